@@ -1,0 +1,652 @@
+#include "dict/cedict.h"
+
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <functional>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "dict/cedict_line.h"
+#include "dict/headword_index.h"
+#include "text/unicode.h"
+
+namespace vesko {
+namespace cedict_detail {
+
+struct Span {
+  uint32_t offset = 0;
+  uint32_t length = 0;
+};
+
+struct EntryRecord {
+  Span trad;
+  Span simp;
+  Span pinyin;
+  uint32_t defsBegin = 0;
+  uint32_t defsCount = 0;
+};
+
+struct U16Hash {
+  using is_transparent = void;
+  std::size_t operator()(std::u16string_view s) const { return std::hash<std::u16string_view>{}(s); }
+};
+using CharacterMap = std::unordered_map<std::u16string, std::u16string, U16Hash, std::equal_to<>>;
+
+struct Tables {
+  explicit Tables(std::size_t expectedStrings) : index(expectedStrings) {}
+
+  std::string text;  // the main file, the supplement, then texts made while loading
+  std::vector<EntryRecord> entries;
+  std::vector<Span> defs;
+  HeadwordIndex index;
+  CharacterMap s2t;
+  CharacterMap t2s;
+  int maxLen = 1;
+
+  std::string_view view(Span span) const { return {text.data() + span.offset, span.length}; }
+  Span spanOf(std::string_view part) const {
+    return {static_cast<uint32_t>(part.data() - text.data()), static_cast<uint32_t>(part.size())};
+  }
+};
+
+}  // namespace cedict_detail
+
+using cedict_detail::EntryRecord;
+using cedict_detail::HeadwordIndex;
+using cedict_detail::KeyHash;
+using cedict_detail::Span;
+using cedict_detail::Tables;
+
+namespace {
+
+constexpr std::size_t kExpectedStrings = 200'000;
+constexpr int kRunReach = 24;  // characters taken on either side of the pointer
+constexpr std::string_view kRareCharacter =
+    "(rare character: an old component, almost never used alone)";
+constexpr std::string_view kLiterally = "lit. ";
+
+// Calls `line` for each line, whatever its line break (LF, CR, CRLF, NEL, LS, PS).
+template <typename F>
+void forEachLine(std::string_view buffer, F&& line) {
+  std::size_t start = 0;
+  const std::size_t n = buffer.size();
+  for (std::size_t i = 0; i < n;) {
+    const auto c = static_cast<unsigned char>(buffer[i]);
+    std::size_t breakLength = 0;
+    if (c == '\n' || c == '\r') {
+      breakLength = 1;
+    } else if (c == 0xC2 && i + 1 < n && static_cast<unsigned char>(buffer[i + 1]) == 0x85) {
+      breakLength = 2;
+    } else if (c == 0xE2 && i + 2 < n && static_cast<unsigned char>(buffer[i + 1]) == 0x80 &&
+               (static_cast<unsigned char>(buffer[i + 2]) == 0xA8 ||
+                static_cast<unsigned char>(buffer[i + 2]) == 0xA9)) {
+      breakLength = 3;
+    }
+    if (breakLength == 0) {
+      ++i;
+      continue;
+    }
+    line(buffer.substr(start, i - start));
+    i += breakLength;
+    start = i;
+  }
+  if (start < n) line(buffer.substr(start));
+}
+
+// Appends valid UTF-8 as UTF-16.
+void appendUtf16(std::string_view utf8, std::u16string& out) {
+  const auto* bytes = reinterpret_cast<const uint8_t*>(utf8.data());
+  const auto length = static_cast<int32_t>(utf8.size());
+  for (int32_t i = 0; i < length;) {
+    UChar32 c;
+    U8_NEXT(bytes, i, length, c);
+    if (c < 0) c = 0xFFFD;
+    if (c <= 0xFFFF) {
+      out.push_back(static_cast<char16_t>(c));
+    } else {
+      out.push_back(static_cast<char16_t>(U16_LEAD(c)));
+      out.push_back(static_cast<char16_t>(U16_TRAIL(c)));
+    }
+  }
+}
+
+std::optional<std::uintmax_t> fileSize(const std::filesystem::path& path) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
+  auto size = std::filesystem::file_size(path, error);
+  if (error) return std::nullopt;
+  return size;
+}
+
+// Appends the whole file to `out`; false when it cannot be read.
+bool appendFile(const std::filesystem::path& path, std::string& out) {
+  std::FILE* file = std::fopen(path.c_str(), "rb");
+  if (!file) return false;
+  char buffer[1 << 16];
+  bool ok = true;
+  while (true) {
+    std::size_t n = std::fread(buffer, 1, sizeof buffer, file);
+    out.append(buffer, n);
+    if (n < sizeof buffer) {
+      ok = !std::ferror(file);
+      break;
+    }
+  }
+  std::fclose(file);
+  return ok;
+}
+
+// Character boundaries (UTF-16 offsets) of a short key: bounds[0] = 0 … bounds[count] = size.
+struct Boundaries {
+  static constexpr std::size_t kMax = 64;
+  std::array<uint32_t, kMax + 1> at{};
+  std::size_t count = 0;  // characters; only the first kMax are recorded
+  std::size_t total = 0;  // all characters
+
+  void measure(std::u16string_view key) {
+    count = 0;
+    total = 0;
+    at[0] = 0;
+    for (std::size_t i = 0; i < key.size();) {
+      i = text::nextCharacter(key, i);
+      ++total;
+      if (count < kMax) at[++count] = static_cast<uint32_t>(i);
+    }
+  }
+};
+
+class Builder {
+ public:
+  explicit Builder(Tables& tables) : t_(tables) {}
+
+  void readMain(std::string_view buffer, LoadStats& stats) {
+    t_.entries.reserve(buffer.size() / 72);
+    t_.defs.reserve(buffer.size() / 24);
+    DictionaryLine line;
+    forEachLine(buffer, [&](std::string_view raw) {
+      if (raw.empty() || raw.front() == '#') return;
+      if (!parseDictionaryLine(raw, line)) {
+        ++stats.skippedLines;
+        return;
+      }
+      addLine(line);
+      ++stats.entries;
+    });
+    t_.index.finishEntries();
+    t_.maxLen = std::min(maxLen_, CEDict::kMaxWordLength);
+    stats.keys = t_.index.keyCount();
+  }
+
+  void readSupplement(std::size_t from, LoadStats& stats) {
+    const std::string_view buffer = std::string_view(t_.text).substr(from);
+    SupplementLine line;
+    std::u16string key;
+    std::optional<Span> rare;
+    forEachLine(buffer, [&](std::string_view raw) {
+      if (!parseSupplementLine(raw, line)) return;
+      key.clear();
+      appendUtf16(line.character, key);
+      const uint64_t hash = KeyHash::of(key);
+      if (const auto* slot = t_.index.find(key, hash); slot && slot->isKey()) {
+        if (line.definition.empty() || hasRealGloss(*slot)) return;
+        if (addGlossedCopy(t_.index.entryList(*slot)[0], line.definition)) {
+          // The copy replaces the first entry under this form only: under its other form the
+          // entry stays as it was.
+          t_.index.replaceFirstEntry(*slot, static_cast<uint32_t>(t_.entries.size() - 1));
+          ++stats.supplementGlossed;
+        }
+        return;
+      }
+      if (line.pinyin.empty() && line.definition.empty()) return;
+      EntryRecord record;
+      record.trad = record.simp = t_.spanOf(line.character);
+      record.pinyin = t_.spanOf(line.pinyin);
+      record.defsBegin = static_cast<uint32_t>(t_.defs.size());
+      record.defsCount = 1;
+      if (line.definition.empty()) {
+        if (!rare) rare = appendText(kRareCharacter);
+        if (!rare) return;
+        t_.defs.push_back(*rare);
+      } else {
+        t_.defs.push_back(t_.spanOf(line.definition));
+      }
+      t_.index.addSingleEntryKey(key, hash, static_cast<uint32_t>(t_.entries.size()));
+      t_.entries.push_back(record);
+      ++stats.supplementAdded;
+    });
+    stats.keys = t_.index.keyCount();
+    stats.supplementRead = true;
+  }
+
+ private:
+  void addLine(const DictionaryLine& line) {
+    const auto entry = static_cast<uint32_t>(t_.entries.size());
+    EntryRecord record;
+    record.trad = t_.spanOf(line.trad);
+    record.simp = t_.spanOf(line.simp);
+    record.pinyin = t_.spanOf(line.pinyin);
+    record.defsBegin = static_cast<uint32_t>(t_.defs.size());
+    record.defsCount = static_cast<uint32_t>(line.defs.size());
+    for (std::string_view gloss : line.defs) t_.defs.push_back(t_.spanOf(gloss));
+    t_.entries.push_back(record);
+
+    tradKey_.clear();
+    appendUtf16(line.trad, tradKey_);
+    const std::size_t tradChars = addForm(tradKey_, entry);
+    std::size_t simpChars = tradChars;
+    if (line.simp != line.trad) {
+      simpKey_.clear();
+      appendUtf16(line.simp, simpKey_);
+      simpChars = addForm(simpKey_, entry);
+    }
+    maxLen_ = static_cast<int>(std::min<std::size_t>(
+        CEDict::kMaxWordLength + 1, std::max({static_cast<std::size_t>(maxLen_), tradChars, simpChars})));
+
+    // The first line that pairs two single characters sets the conversion both ways.
+    if (tradChars == 1 && simpChars == 1 && line.simp != line.trad) {
+      t_.s2t.try_emplace(simpKey_, tradKey_);
+      t_.t2s.try_emplace(tradKey_, simpKey_);
+    }
+  }
+
+  // Adds `key` → entry; returns the key's length in characters.
+  std::size_t addForm(std::u16string_view key, uint32_t entry) {
+    if (key.empty() || key.size() > HeadwordIndex::kMaxKeyUnits) return 0;
+    bounds_.measure(key);
+    if (!t_.index.addEntry(key, KeyHash::of(key), entry)) return bounds_.total;
+    // A new key: remember which strings begin and end it, up to the longest match ever tried.
+    const uint32_t offset = t_.index.lastKeyOffset();
+    const std::size_t parts = std::min<std::size_t>(bounds_.count, CEDict::kMaxWordLength + 1) - 1;
+    KeyHash prefix;
+    for (std::size_t k = 1; k <= parts; ++k) {
+      prefix.append(key.substr(bounds_.at[k - 1], bounds_.at[k] - bounds_.at[k - 1]));
+      t_.index.markPart(offset, bounds_.at[k], prefix.value(), HeadwordIndex::kPrefix);
+    }
+    if (bounds_.total > bounds_.count) return bounds_.total;  // suffixes of very long keys: never tried
+    KeyHash suffix;
+    const std::size_t n = bounds_.count;
+    for (std::size_t k = 1; k <= parts; ++k) {
+      const uint32_t from = bounds_.at[n - k];
+      suffix.prepend(key.substr(from, bounds_.at[n - k + 1] - from));
+      t_.index.markPart(offset + from, static_cast<uint32_t>(key.size()) - from, suffix.value(),
+                        HeadwordIndex::kSuffix);
+    }
+    return bounds_.total;
+  }
+
+  bool hasRealGloss(const HeadwordIndex::Slot& slot) const {
+    const uint32_t* list = t_.index.entryList(slot);
+    for (std::size_t i = 0; i < slot.entryCount(); ++i) {
+      const EntryRecord& record = t_.entries[list[i]];
+      for (uint32_t d = 0; d < record.defsCount; ++d)
+        if (!isCrossReference(t_.view(t_.defs[record.defsBegin + d]))) return true;
+    }
+    return false;
+  }
+
+  // Appends a copy of `original` whose glosses are "lit. " + definition, then its own.
+  bool addGlossedCopy(uint32_t original, std::string_view definition) {
+    std::string gloss(kLiterally);
+    gloss.append(definition);
+    auto added = appendText(gloss);
+    if (!added) return false;
+    EntryRecord copy = t_.entries[original];
+    const auto begin = static_cast<uint32_t>(t_.defs.size());
+    t_.defs.push_back(*added);
+    for (uint32_t i = 0; i < copy.defsCount; ++i) t_.defs.push_back(t_.defs[copy.defsBegin + i]);
+    copy.defsBegin = begin;
+    copy.defsCount += 1;
+    t_.entries.push_back(copy);
+    return true;
+  }
+
+  // Texts made while loading go at the end of the one buffer. Room for them was reserved, since
+  // the supplement's lines are being read from that same buffer: it must never move.
+  std::optional<Span> appendText(std::string_view s) {
+    if (t_.text.size() + s.size() > t_.text.capacity()) return std::nullopt;
+    Span span{static_cast<uint32_t>(t_.text.size()), static_cast<uint32_t>(s.size())};
+    t_.text.append(s);
+    return span;
+  }
+
+  Tables& t_;
+  int maxLen_ = 1;
+  std::u16string tradKey_;
+  std::u16string simpKey_;
+  Boundaries bounds_;
+};
+
+// Character boundaries of a stretch of text, relative to `base`.
+struct Run {
+  static constexpr std::size_t kMax = 2 * kRunReach;
+  std::size_t base = 0;
+  std::array<std::size_t, kMax + 1> at{};  // UTF-16 indexes into the text
+  std::size_t count = 0;
+};
+
+struct Piece {
+  uint8_t start;   // in characters
+  uint8_t length;  // in characters
+  friend bool operator==(const Piece&, const Piece&) = default;
+};
+
+struct Segmentation {
+  std::array<Piece, Run::kMax> pieces{};
+  std::size_t count = 0;
+  std::size_t singles = 0;
+
+  void add(std::size_t start, std::size_t length) {
+    pieces[count++] = {static_cast<uint8_t>(start), static_cast<uint8_t>(length)};
+    if (length == 1) ++singles;
+  }
+  const Piece* covering(std::size_t p) const {
+    for (std::size_t i = 0; i < count; ++i)
+      if (pieces[i].start <= p && p < pieces[i].start + pieces[i].length) return &pieces[i];
+    return nullptr;
+  }
+};
+
+}  // namespace
+
+// ---------------------------------------------------------------------------------------------
+// EntryRef and Entries
+
+std::string_view EntryRef::trad() const { return tables_->view(tables_->entries[index_].trad); }
+std::string_view EntryRef::simp() const { return tables_->view(tables_->entries[index_].simp); }
+std::string_view EntryRef::pinyin() const {
+  return tables_->view(tables_->entries[index_].pinyin);
+}
+std::size_t EntryRef::defCount() const { return tables_->entries[index_].defsCount; }
+std::string_view EntryRef::def(std::size_t i) const {
+  return tables_->view(tables_->defs[tables_->entries[index_].defsBegin + i]);
+}
+
+Entry EntryRef::toEntry() const {
+  Entry entry{std::string(trad()), std::string(simp()), std::string(pinyin()), {}};
+  entry.defs.reserve(defCount());
+  for (std::size_t i = 0; i < defCount(); ++i) entry.defs.emplace_back(def(i));
+  return entry;
+}
+
+std::vector<Entry> Entries::toVector() const {
+  std::vector<Entry> out;
+  out.reserve(count_);
+  for (EntryRef ref : *this) out.push_back(ref.toEntry());
+  return out;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Loading
+
+CEDict::CEDict() = default;
+CEDict::~CEDict() = default;
+
+std::expected<LoadStats, LoadError> CEDict::load(const std::filesystem::path& cedict,
+                                                 const std::filesystem::path& unihan) {
+  if (loading_.exchange(true)) return std::unexpected(LoadError::alreadyLoaded);
+  auto size = fileSize(cedict);
+  if (!size) {
+    loading_ = false;
+    return std::unexpected(LoadError::unreadable);
+  }
+  auto tables = std::make_unique<Tables>(kExpectedStrings);
+  const auto supplementSize = fileSize(unihan);
+  // The supplement's own texts ("lit. " + definition) go after it: reserve for both so that
+  // the buffer never moves while views into it are handed around.
+  const std::size_t extra = supplementSize ? *supplementSize * 4 + kRareCharacter.size() + 16 : 0;
+  tables->text.reserve(*size + extra);
+  if (!appendFile(cedict, tables->text)) {
+    loading_ = false;
+    return std::unexpected(LoadError::unreadable);
+  }
+  if (!text::isValidUtf8(tables->text)) {
+    loading_ = false;
+    return std::unexpected(LoadError::invalidUtf8);
+  }
+
+  LoadStats stats;
+  Builder builder(*tables);
+  builder.readMain(tables->text, stats);
+
+  if (supplementSize) {
+    const std::size_t from = tables->text.size();
+    const bool read = appendFile(unihan, tables->text);
+    if (read && tables->text.size() - from <= *supplementSize &&
+        text::isValidUtf8(std::string_view(tables->text).substr(from))) {
+      builder.readSupplement(from, stats);
+    } else {
+      tables->text.resize(from);
+    }
+  }
+
+  owned_ = std::move(tables);
+  tables_.store(owned_.get(), std::memory_order_release);
+  return stats;
+}
+
+bool CEDict::loaded() const { return tables() != nullptr; }
+
+int CEDict::maxLen() const {
+  const Tables* t = tables();
+  return t ? t->maxLen : 1;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Lookups
+
+Entries CEDict::lookup(std::u16string_view word) const {
+  const Tables* t = tables();
+  if (!t) return {};
+  const auto* slot = t->index.find(word);
+  if (!slot || !slot->isKey()) return {};
+  return Entries(t, t->index.entryList(*slot), slot->entryCount());
+}
+
+namespace {
+
+// The longest key made of the characters from `at[from]` on, taking at most `limit`
+// characters and at least `minimum`; 0 when there is none. Stops as soon as no longer key can
+// begin with what has been read.
+std::size_t longestForward(const Tables& t, std::u16string_view text, const std::size_t* at,
+                           std::size_t limit, std::size_t minimum, const HeadwordIndex::Slot** found) {
+  KeyHash hash;
+  std::size_t best = 0;
+  for (std::size_t k = 1; k <= limit; ++k) {
+    hash.append(text.substr(at[k - 1], at[k] - at[k - 1]));
+    if (k < minimum) continue;
+    const auto* slot = t.index.find(text.substr(at[0], at[k] - at[0]), hash.value());
+    if (!slot) break;
+    if (slot->isKey()) {
+      best = k;
+      if (found) *found = slot;
+    }
+    if (!slot->isPrefix()) break;
+  }
+  return best;
+}
+
+// The same, for keys that end at `at[end]`, reading backwards.
+std::size_t longestBackward(const Tables& t, std::u16string_view text, const std::size_t* at,
+                            std::size_t end, std::size_t limit, std::size_t minimum) {
+  KeyHash hash;
+  std::size_t best = 0;
+  for (std::size_t k = 1; k <= limit; ++k) {
+    hash.prepend(text.substr(at[end - k], at[end - k + 1] - at[end - k]));
+    if (k < minimum) continue;
+    const auto* slot = t.index.find(text.substr(at[end - k], at[end] - at[end - k]), hash.value());
+    if (!slot) break;
+    if (slot->isKey()) best = k;
+    if (!slot->isSuffix()) break;
+  }
+  return best;
+}
+
+// Up to `limit` character boundaries from `from` on: at[0] = from.
+std::size_t boundariesFrom(std::u16string_view text, std::size_t from, std::size_t limit,
+                           std::size_t* at) {
+  at[0] = from;
+  std::size_t count = 0;
+  while (count < limit && at[count] < text.size()) {
+    at[count + 1] = text::nextCharacter(text, at[count]);
+    ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+std::optional<WordMatch> CEDict::lookupPrefix(std::u16string_view text) const {
+  const Tables* t = tables();
+  if (!t || text.empty() || !text::isHanAt(text, 0)) return std::nullopt;
+  std::array<std::size_t, kMaxWordLength + 1> at;
+  const std::size_t n = boundariesFrom(text, 0, static_cast<std::size_t>(t->maxLen), at.data());
+  const HeadwordIndex::Slot* slot = nullptr;
+  const std::size_t k = longestForward(*t, text, at.data(), n, 1, &slot);
+  if (k == 0) return std::nullopt;
+  return WordMatch{text.substr(0, at[k]), Entries(t, t->index.entryList(*slot), slot->entryCount()), 0};
+}
+
+std::optional<WordMatch> CEDict::wordAt(std::u16string_view text, std::ptrdiff_t index) const {
+  if (index < 0 || static_cast<std::size_t>(index) >= text.size()) return std::nullopt;
+  const Tables* t = tables();
+  if (!t) return std::nullopt;
+  const std::size_t pointer = text::characterStart(text, static_cast<std::size_t>(index));
+
+  std::optional<WordMatch> direct = lookupPrefix(text.substr(pointer));
+  if (direct) direct->start = pointer;
+
+  // The run of Han characters around the pointer: up to 24 before it, up to 24 from it on.
+  std::size_t before = 0;
+  std::size_t runStart = pointer;
+  while (before < kRunReach && runStart > 0) {
+    std::size_t previous = text::previousCharacter(text, runStart);
+    if (!text::isHanAt(text, previous)) break;
+    runStart = previous;
+    ++before;
+  }
+  Run run;
+  run.base = runStart;
+  run.at[0] = runStart;
+  std::size_t count = 0;
+  for (std::size_t i = runStart; count < before;) {
+    i = text::nextCharacter(text, i);
+    run.at[++count] = i;
+  }
+  std::size_t after = 0;
+  while (after < kRunReach && run.at[count] < text.size() && text::isHanAt(text, run.at[count])) {
+    run.at[count + 1] = text::nextCharacter(text, run.at[count]);
+    ++count;
+    ++after;
+  }
+  run.count = count;
+  if (after == 0 || run.at[count] - run.at[0] < 2) return direct;
+
+  const std::size_t p = before;
+  const auto maxLen = static_cast<std::size_t>(t->maxLen);
+
+  Segmentation forward;
+  for (std::size_t i = 0; i < run.count;) {
+    std::size_t limit = std::min(run.count - i, maxLen);
+    std::size_t k = limit >= 2 ? longestForward(*t, text, run.at.data() + i, limit, 2, nullptr) : 0;
+    if (k == 0) k = 1;
+    forward.add(i, k);
+    i += k;
+  }
+  Segmentation backward;
+  for (std::size_t end = run.count; end > 0;) {
+    std::size_t limit = std::min(end, maxLen);
+    std::size_t k = limit >= 2 ? longestBackward(*t, text, run.at.data(), end, limit, 2) : 0;
+    if (k == 0) k = 1;
+    backward.add(end - k, k);
+    end -= k;
+  }
+  std::reverse(backward.pieces.begin(), backward.pieces.begin() + static_cast<std::ptrdiff_t>(backward.count));
+
+  const Piece* f = forward.covering(p);
+  const Piece* b = backward.covering(p);
+  const Piece single{static_cast<uint8_t>(p), 1};
+  Piece chosen = *f;
+  if (b && *f == *b) {
+    chosen = *f;
+  } else if (b) {
+    // Equal counts and equal singles: the backward reading wins, which favours the word that
+    // ends at the right-hand neighbour (研究生命 → 生命, not 研究生).
+    if (backward.count < forward.count) chosen = *b;
+    else if (backward.count == forward.count) chosen = forward.singles < backward.singles ? *f : *b;
+    else chosen = *f;
+  } else {
+    if (backward.count < forward.count) chosen = single;
+    else if (backward.count == forward.count) chosen = forward.singles < backward.singles ? *f : single;
+    else chosen = *f;
+  }
+
+  const std::size_t from = run.at[chosen.start];
+  const std::u16string_view word = text.substr(from, run.at[chosen.start + chosen.length] - from);
+  const auto* slot = t->index.find(word);
+  if (!slot || !slot->isKey()) return direct;
+  return WordMatch{word, Entries(t, t->index.entryList(*slot), slot->entryCount()), from};
+}
+
+std::vector<std::u16string_view> CEDict::segment(std::u16string_view text) const {
+  std::vector<std::u16string_view> pieces;
+  const Tables* t = tables();
+  const auto maxLen = static_cast<std::size_t>(t ? t->maxLen : 1);
+  std::array<std::size_t, kMaxWordLength + 1> at;
+  for (std::size_t i = 0; i < text.size();) {
+    std::size_t end = text::nextCharacter(text, i);
+    if (t && maxLen >= 2 && end < text.size() && text::isHanAt(text, i)) {
+      const std::size_t n = boundariesFrom(text, i, maxLen, at.data());
+      if (n >= 2) {
+        const std::size_t k = longestForward(*t, text, at.data(), n, 2, nullptr);
+        if (k >= 2) end = at[k];
+      }
+    }
+    pieces.push_back(text.substr(i, end - i));
+    i = end;
+  }
+  return pieces;
+}
+
+std::vector<FoundWord> CEDict::dictionaryWords(std::u16string_view text, std::size_t limit) const {
+  std::vector<FoundWord> words;
+  const Tables* t = tables();
+  if (!t || limit == 0 || t->maxLen < 2) return words;
+  std::unordered_set<std::u16string_view> seen;
+  std::array<std::size_t, kMaxWordLength + 1> at;
+  for (std::size_t i = 0; i < text.size() && words.size() < limit;) {
+    const std::size_t n = boundariesFrom(text, i, static_cast<std::size_t>(t->maxLen), at.data());
+    const HeadwordIndex::Slot* slot = nullptr;
+    const std::size_t k = n >= 2 ? longestForward(*t, text, at.data(), n, 2, &slot) : 0;
+    if (k < 2) {
+      i = at[1];
+      continue;
+    }
+    const std::u16string_view word = text.substr(i, at[k] - i);
+    if (seen.insert(word).second)
+      words.push_back({word, Entries(t, t->index.entryList(*slot), slot->entryCount())});
+    i = at[k];
+  }
+  return words;
+}
+
+std::u16string CEDict::convert(std::u16string_view text, bool toTraditional) const {
+  const Tables* t = tables();
+  if (!t) return std::u16string(text);
+  const auto& table = toTraditional ? t->s2t : t->t2s;
+  std::u16string out;
+  out.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t end = text::nextCharacter(text, i);
+    const std::u16string_view character = text.substr(i, end - i);
+    if (auto it = table.find(character); it != table.end()) out.append(it->second);
+    else out.append(character);
+    i = end;
+  }
+  return out;
+}
+
+}  // namespace vesko
