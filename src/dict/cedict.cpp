@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdio>
 #include <functional>
+#include <future>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -22,12 +24,16 @@ struct Span {
   uint32_t length = 0;
 };
 
+// Offsets into Tables::text; lengths in bytes. Kept small: there are some 150,000 of them.
 struct EntryRecord {
-  Span trad;
-  Span simp;
-  Span pinyin;
+  uint32_t trad = 0;
+  uint32_t simp = 0;
+  uint32_t pinyin = 0;
   uint32_t defsBegin = 0;
-  uint32_t defsCount = 0;
+  uint16_t tradLength = 0;
+  uint16_t simpLength = 0;
+  uint16_t pinyinLength = 0;
+  uint16_t defsCount = 0;
 };
 
 struct U16Hash {
@@ -48,6 +54,7 @@ struct Tables {
   int maxLen = 1;
 
   std::string_view view(Span span) const { return {text.data() + span.offset, span.length}; }
+  std::string_view view(uint32_t offset, uint16_t length) const { return {text.data() + offset, length}; }
   Span spanOf(std::string_view part) const {
     return {static_cast<uint32_t>(part.data() - text.data()), static_cast<uint32_t>(part.size())};
   }
@@ -63,7 +70,7 @@ using cedict_detail::Tables;
 
 namespace {
 
-constexpr std::size_t kExpectedStrings = 200'000;
+constexpr std::size_t kExpectedStrings = 400'000;
 constexpr int kRunReach = 24;  // characters taken on either side of the pointer
 constexpr std::string_view kRareCharacter =
     "(rare character: an old component, almost never used alone)";
@@ -72,8 +79,22 @@ constexpr std::string_view kLiterally = "lit. ";
 // Calls `line` for each line, whatever its line break (LF, CR, CRLF, NEL, LS, PS).
 template <typename F>
 void forEachLine(std::string_view buffer, F&& line) {
-  std::size_t start = 0;
   const std::size_t n = buffer.size();
+  // Nearly every file uses LF alone: then memchr finds the lines at memory speed.
+  const bool onlyLineFeeds = buffer.find('\r') == std::string_view::npos &&
+                             buffer.find("\xC2\x85") == std::string_view::npos &&
+                             buffer.find("\xE2\x80\xA8") == std::string_view::npos &&
+                             buffer.find("\xE2\x80\xA9") == std::string_view::npos;
+  if (onlyLineFeeds) {
+    for (std::size_t start = 0; start < n;) {
+      std::size_t end = buffer.find('\n', start);
+      if (end == std::string_view::npos) end = n;
+      line(buffer.substr(start, end - start));
+      start = end + 1;
+    }
+    return;
+  }
+  std::size_t start = 0;
   for (std::size_t i = 0; i < n;) {
     const auto c = static_cast<unsigned char>(buffer[i]);
     std::size_t breakLength = 0;
@@ -169,11 +190,10 @@ class Builder {
     DictionaryLine line;
     forEachLine(buffer, [&](std::string_view raw) {
       if (raw.empty() || raw.front() == '#') return;
-      if (!parseDictionaryLine(raw, line)) {
+      if (!parseDictionaryLine(raw, line) || !addLine(line)) {
         ++stats.skippedLines;
         return;
       }
-      addLine(line);
       ++stats.entries;
     });
     t_.index.finishEntries();
@@ -196,15 +216,18 @@ class Builder {
         if (addGlossedCopy(t_.index.entryList(*slot)[0], line.definition)) {
           // The copy replaces the first entry under this form only: under its other form the
           // entry stays as it was.
-          t_.index.replaceFirstEntry(*slot, static_cast<uint32_t>(t_.entries.size() - 1));
+          t_.index.replaceFirstEntry(key, hash, static_cast<uint32_t>(t_.entries.size() - 1));
           ++stats.supplementGlossed;
         }
         return;
       }
       if (line.pinyin.empty() && line.definition.empty()) return;
+      if (line.character.size() > UINT16_MAX || line.pinyin.size() > UINT16_MAX) return;
       EntryRecord record;
-      record.trad = record.simp = t_.spanOf(line.character);
-      record.pinyin = t_.spanOf(line.pinyin);
+      record.trad = record.simp = t_.spanOf(line.character).offset;
+      record.tradLength = record.simpLength = static_cast<uint16_t>(line.character.size());
+      record.pinyin = t_.spanOf(line.pinyin).offset;
+      record.pinyinLength = static_cast<uint16_t>(line.pinyin.size());
       record.defsBegin = static_cast<uint32_t>(t_.defs.size());
       record.defsCount = 1;
       if (line.definition.empty()) {
@@ -223,15 +246,22 @@ class Builder {
   }
 
  private:
-  void addLine(const DictionaryLine& line) {
+  // False for a line whose fields do not fit the compact record (headwords of 64 KB…).
+  bool addLine(const DictionaryLine& line) {
+    constexpr std::size_t kLongest = UINT16_MAX;
+    if (line.trad.size() > kLongest || line.simp.size() > kLongest || line.pinyin.size() > kLongest)
+      return false;
     const auto entry = static_cast<uint32_t>(t_.entries.size());
     EntryRecord record;
-    record.trad = t_.spanOf(line.trad);
-    record.simp = t_.spanOf(line.simp);
-    record.pinyin = t_.spanOf(line.pinyin);
+    record.trad = t_.spanOf(line.trad).offset;
+    record.simp = t_.spanOf(line.simp).offset;
+    record.pinyin = t_.spanOf(line.pinyin).offset;
+    record.tradLength = static_cast<uint16_t>(line.trad.size());
+    record.simpLength = static_cast<uint16_t>(line.simp.size());
+    record.pinyinLength = static_cast<uint16_t>(line.pinyin.size());
     record.defsBegin = static_cast<uint32_t>(t_.defs.size());
-    record.defsCount = static_cast<uint32_t>(line.defs.size());
-    for (std::string_view gloss : line.defs) t_.defs.push_back(t_.spanOf(gloss));
+    record.defsCount = static_cast<uint16_t>(std::min<std::size_t>(line.defs.size(), UINT16_MAX));
+    for (std::size_t i = 0; i < record.defsCount; ++i) t_.defs.push_back(t_.spanOf(line.defs[i]));
     t_.entries.push_back(record);
 
     tradKey_.clear();
@@ -251,29 +281,27 @@ class Builder {
       t_.s2t.try_emplace(simpKey_, tradKey_);
       t_.t2s.try_emplace(tradKey_, simpKey_);
     }
+    return true;
   }
 
   // Adds `key` → entry; returns the key's length in characters.
   std::size_t addForm(std::u16string_view key, uint32_t entry) {
     if (key.empty() || key.size() > HeadwordIndex::kMaxKeyUnits) return 0;
     bounds_.measure(key);
-    if (!t_.index.addEntry(key, KeyHash::of(key), entry)) return bounds_.total;
-    // A new key: remember which strings begin and end it, up to the longest match ever tried.
-    const uint32_t offset = t_.index.lastKeyOffset();
-    const std::size_t parts = std::min<std::size_t>(bounds_.count, CEDict::kMaxWordLength + 1) - 1;
+    // Hash the key and the strings that begin it (up to the longest match ever tried) first, and
+    // fetch their slots together: the inserts then wait for memory once, not several times.
+    const std::size_t prefixes = std::min<std::size_t>(bounds_.count, CEDict::kMaxWordLength + 1) - 1;
+    const uint64_t keyHash = KeyHash::of(key);
+    t_.index.prefetch(keyHash);
     KeyHash prefix;
-    for (std::size_t k = 1; k <= parts; ++k) {
+    for (std::size_t k = 1; k <= prefixes; ++k) {
       prefix.append(key.substr(bounds_.at[k - 1], bounds_.at[k] - bounds_.at[k - 1]));
-      t_.index.markPart(offset, bounds_.at[k], prefix.value(), HeadwordIndex::kPrefix);
+      prefixHashes_[k] = prefix.value();
+      t_.index.prefetch(prefix.value());
     }
-    if (bounds_.total > bounds_.count) return bounds_.total;  // suffixes of very long keys: never tried
-    KeyHash suffix;
-    const std::size_t n = bounds_.count;
-    for (std::size_t k = 1; k <= parts; ++k) {
-      const uint32_t from = bounds_.at[n - k];
-      suffix.prepend(key.substr(from, bounds_.at[n - k + 1] - from));
-      t_.index.markPart(offset + from, static_cast<uint32_t>(key.size()) - from, suffix.value(),
-                        HeadwordIndex::kSuffix);
+    if (t_.index.addEntry(key, keyHash, entry)) {
+      for (std::size_t k = 1; k <= prefixes; ++k)
+        t_.index.markPrefix(key.substr(0, bounds_.at[k]), prefixHashes_[k]);
     }
     return bounds_.total;
   }
@@ -299,7 +327,7 @@ class Builder {
     t_.defs.push_back(*added);
     for (uint32_t i = 0; i < copy.defsCount; ++i) t_.defs.push_back(t_.defs[copy.defsBegin + i]);
     copy.defsBegin = begin;
-    copy.defsCount += 1;
+    copy.defsCount = static_cast<uint16_t>(std::min<std::size_t>(copy.defsCount + 1u, UINT16_MAX));
     t_.entries.push_back(copy);
     return true;
   }
@@ -318,12 +346,12 @@ class Builder {
   std::u16string tradKey_;
   std::u16string simpKey_;
   Boundaries bounds_;
+  std::array<uint64_t, CEDict::kMaxWordLength + 1> prefixHashes_{};
 };
 
 // Character boundaries of a stretch of text, relative to `base`.
 struct Run {
   static constexpr std::size_t kMax = 2 * kRunReach;
-  std::size_t base = 0;
   std::array<std::size_t, kMax + 1> at{};  // UTF-16 indexes into the text
   std::size_t count = 0;
 };
@@ -355,10 +383,17 @@ struct Segmentation {
 // ---------------------------------------------------------------------------------------------
 // EntryRef and Entries
 
-std::string_view EntryRef::trad() const { return tables_->view(tables_->entries[index_].trad); }
-std::string_view EntryRef::simp() const { return tables_->view(tables_->entries[index_].simp); }
+std::string_view EntryRef::trad() const {
+  const EntryRecord& r = tables_->entries[index_];
+  return tables_->view(r.trad, r.tradLength);
+}
+std::string_view EntryRef::simp() const {
+  const EntryRecord& r = tables_->entries[index_];
+  return tables_->view(r.simp, r.simpLength);
+}
 std::string_view EntryRef::pinyin() const {
-  return tables_->view(tables_->entries[index_].pinyin);
+  const EntryRecord& r = tables_->entries[index_];
+  return tables_->view(r.pinyin, r.pinyinLength);
 }
 std::size_t EntryRef::defCount() const { return tables_->entries[index_].defsCount; }
 std::string_view EntryRef::def(std::size_t i) const {
@@ -403,14 +438,18 @@ std::expected<LoadStats, LoadError> CEDict::load(const std::filesystem::path& ce
     loading_ = false;
     return std::unexpected(LoadError::unreadable);
   }
-  if (!text::isValidUtf8(tables->text)) {
-    loading_ = false;
-    return std::unexpected(LoadError::invalidUtf8);
-  }
+  // Checking the encoding takes a fifth of the load: do it on the other core while the lines
+  // are parsed (parsing copes with any bytes), and throw the work away if it fails.
+  const std::string_view mainText = tables->text;
+  auto valid = std::async(std::launch::async, [mainText] { return text::isValidUtf8(mainText); });
 
   LoadStats stats;
   Builder builder(*tables);
-  builder.readMain(tables->text, stats);
+  builder.readMain(mainText, stats);
+  if (!valid.get()) {
+    loading_ = false;
+    return std::unexpected(LoadError::invalidUtf8);
+  }
 
   if (supplementSize) {
     const std::size_t from = tables->text.size();
@@ -469,20 +508,25 @@ std::size_t longestForward(const Tables& t, std::u16string_view text, const std:
   return best;
 }
 
-// The same, for keys that end at `at[end]`, reading backwards.
-std::size_t longestBackward(const Tables& t, std::u16string_view text, const std::size_t* at,
-                            std::size_t end, std::size_t limit, std::size_t minimum) {
-  KeyHash hash;
-  std::size_t best = 0;
-  for (std::size_t k = 1; k <= limit; ++k) {
-    hash.prepend(text.substr(at[end - k], at[end - k + 1] - at[end - k]));
-    if (k < minimum) continue;
-    const auto* slot = t.index.find(text.substr(at[end - k], at[end] - at[end - k]), hash.value());
-    if (!slot) break;
-    if (slot->isKey()) best = k;
-    if (!slot->isSuffix()) break;
+// Every key of two characters or more inside the run, as one bit mask per start: bit L of
+// ends[s] is set when the L characters from s form a key. Both segmentations read from these,
+// so each start is walked once, and a walk stops as soon as no longer key can begin there.
+void keysInRun(const Tables& t, std::u16string_view text, const std::size_t* at, std::size_t count,
+               std::size_t maxLen, uint64_t* ends) {
+  for (std::size_t s = 0; s + 1 < count; ++s) {
+    ends[s] = 0;
+    const std::size_t limit = std::min(count - s, maxLen);
+    KeyHash hash;
+    hash.append(text.substr(at[s], at[s + 1] - at[s]));
+    for (std::size_t k = 2; k <= limit; ++k) {
+      hash.append(text.substr(at[s + k - 1], at[s + k] - at[s + k - 1]));
+      const auto* slot = t.index.find(text.substr(at[s], at[s + k] - at[s]), hash.value());
+      if (!slot) break;
+      if (slot->isKey()) ends[s] |= uint64_t{1} << k;
+      if (!slot->isPrefix()) break;
+    }
   }
-  return best;
+  ends[count - 1] = 0;
 }
 
 // Up to `limit` character boundaries from `from` on: at[0] = from.
@@ -516,8 +560,13 @@ std::optional<WordMatch> CEDict::wordAt(std::u16string_view text, std::ptrdiff_t
   if (!t) return std::nullopt;
   const std::size_t pointer = text::characterStart(text, static_cast<std::size_t>(index));
 
-  std::optional<WordMatch> direct = lookupPrefix(text.substr(pointer));
-  if (direct) direct->start = pointer;
+  // The direct candidate, the longest word from the pointer on, is what a failed comparison
+  // falls back to.
+  auto direct = [&]() -> std::optional<WordMatch> {
+    auto match = lookupPrefix(text.substr(pointer));
+    if (match) match->start = pointer;
+    return match;
+  };
 
   // The run of Han characters around the pointer: up to 24 before it, up to 24 from it on.
   std::size_t before = 0;
@@ -529,7 +578,6 @@ std::optional<WordMatch> CEDict::wordAt(std::u16string_view text, std::ptrdiff_t
     ++before;
   }
   Run run;
-  run.base = runStart;
   run.at[0] = runStart;
   std::size_t count = 0;
   for (std::size_t i = runStart; count < before;) {
@@ -543,24 +591,26 @@ std::optional<WordMatch> CEDict::wordAt(std::u16string_view text, std::ptrdiff_t
     ++after;
   }
   run.count = count;
-  if (after == 0 || run.at[count] - run.at[0] < 2) return direct;
+  if (after == 0 || run.at[count] - run.at[0] < 2) return direct();
 
   const std::size_t p = before;
   const auto maxLen = static_cast<std::size_t>(t->maxLen);
+  std::array<uint64_t, Run::kMax> ends;
+  keysInRun(*t, text, run.at.data(), run.count, maxLen, ends.data());
 
+  // Forward: the longest key from each position on. Backward: the longest key ending at each
+  // position, from the end of the run.
   Segmentation forward;
   for (std::size_t i = 0; i < run.count;) {
-    std::size_t limit = std::min(run.count - i, maxLen);
-    std::size_t k = limit >= 2 ? longestForward(*t, text, run.at.data() + i, limit, 2, nullptr) : 0;
-    if (k == 0) k = 1;
+    const std::size_t k = ends[i] ? static_cast<std::size_t>(std::bit_width(ends[i]) - 1) : 1;
     forward.add(i, k);
     i += k;
   }
   Segmentation backward;
   for (std::size_t end = run.count; end > 0;) {
-    std::size_t limit = std::min(end, maxLen);
-    std::size_t k = limit >= 2 ? longestBackward(*t, text, run.at.data(), end, limit, 2) : 0;
-    if (k == 0) k = 1;
+    std::size_t k = std::min(end, maxLen);
+    while (k >= 2 && !(ends[end - k] & (uint64_t{1} << k))) --k;
+    if (k < 2) k = 1;
     backward.add(end - k, k);
     end -= k;
   }
@@ -587,7 +637,7 @@ std::optional<WordMatch> CEDict::wordAt(std::u16string_view text, std::ptrdiff_t
   const std::size_t from = run.at[chosen.start];
   const std::u16string_view word = text.substr(from, run.at[chosen.start + chosen.length] - from);
   const auto* slot = t->index.find(word);
-  if (!slot || !slot->isKey()) return direct;
+  if (!slot || !slot->isKey()) return direct();
   return WordMatch{word, Entries(t, t->index.entryList(*slot), slot->entryCount()), from};
 }
 

@@ -29,13 +29,15 @@ Break quickBreak(char32_t left, char32_t right) {
     if (left == '\r') return right == '\n' ? Break::no : Break::yes;
     if (left < 0x20 || left == 0x7F) return Break::yes;
     leftClass = U_GCB_OTHER;
+  } else if (isHan(left)) {
+    leftClass = U_GCB_OTHER;
   } else {
     leftClass = graphemeClass(left);
   }
   if (leftClass == U_GCB_CONTROL || leftClass == U_GCB_LF) return Break::yes;
   if (leftClass == U_GCB_CR) return right == '\n' ? Break::no : Break::yes;
   if (leftClass != U_GCB_OTHER) return Break::unknown;
-  if (right < 0x300) return Break::yes;  // nothing below U+0300 extends a character
+  if (right < 0x300 || isHan(right)) return Break::yes;  // these never extend a character
   int rightClass = graphemeClass(right);
   if (rightClass == U_GCB_EXTEND || rightClass == U_GCB_ZWJ || rightClass == U_GCB_SPACING_MARK)
     return Break::no;
@@ -89,27 +91,46 @@ bool isBoundary(std::u16string_view text, std::size_t index) {
 }  // namespace
 
 bool isValidUtf8(std::string_view utf8) {
-  const auto* bytes = reinterpret_cast<const uint8_t*>(utf8.data());
-  const int32_t length = static_cast<int32_t>(utf8.size());
-  if (utf8.size() > static_cast<std::size_t>(INT32_MAX)) return false;
-  int32_t i = 0;
-  while (i < length) {
-    // Dictionaries are mostly ASCII glosses: skip eight plain bytes at a time.
-    if (i + 8 <= length) {
+  // Written out rather than through U8_NEXT: dictionaries are validated whole at every start,
+  // and the byte-range checks below are what the Unicode standard's table 3-7 allows.
+  const auto* p = reinterpret_cast<const uint8_t*>(utf8.data());
+  const std::size_t n = utf8.size();
+  std::size_t i = 0;
+  while (i < n) {
+    if (i + 8 <= n) {
       uint64_t word;
-      std::memcpy(&word, bytes + i, 8);
+      std::memcpy(&word, p + i, 8);
       if ((word & 0x8080808080808080ULL) == 0) {
         i += 8;
         continue;
       }
     }
-    if (bytes[i] < 0x80) {
+    const uint8_t lead = p[i];
+    if (lead < 0x80) {
       ++i;
       continue;
     }
-    UChar32 c;
-    U8_NEXT(bytes, i, length, c);
-    if (c < 0) return false;
+    auto continuation = [&](std::size_t at, uint8_t low = 0x80, uint8_t high = 0xBF) {
+      return at < n && p[at] >= low && p[at] <= high;
+    };
+    if (lead < 0xC2) return false;
+    if (lead < 0xE0) {
+      if (!continuation(i + 1)) return false;
+      i += 2;
+    } else if (lead < 0xF0) {
+      const uint8_t low = lead == 0xE0 ? 0xA0 : 0x80;   // no overlongs
+      const uint8_t high = lead == 0xED ? 0x9F : 0xBF;  // no surrogates
+      if (!continuation(i + 1, low, high) || !continuation(i + 2)) return false;
+      i += 3;
+    } else if (lead < 0xF5) {
+      const uint8_t low = lead == 0xF0 ? 0x90 : 0x80;
+      const uint8_t high = lead == 0xF4 ? 0x8F : 0xBF;  // nothing past U+10FFFF
+      if (!continuation(i + 1, low, high) || !continuation(i + 2) || !continuation(i + 3))
+        return false;
+      i += 4;
+    } else {
+      return false;
+    }
   }
   return true;
 }
