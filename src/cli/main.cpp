@@ -5,21 +5,33 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <string>
 
 #include "cli/zh_command.h"
+#include "settings/credits.h"
 
 int main(int argc, char** argv) {
   CLI::App app{"Vesko: a reading assistant for language learners"};
   app.name("vesko");
   app.require_subcommand(1);
+  app.set_version_flag("--version", std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
   int exitCode = 0;
   vesko::cli::addZhCommands(app, exitCode);
+  app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
+    std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
+              << ": a reading assistant for language learners\n\nData:\n";
+    for (const auto& credit : vesko::kDataCredits)
+      std::cout << "  " << credit.name << "\n    " << credit.holder << "\n    " << credit.licence << '\n';
+    std::cout << "\nFull licence texts: resources/README\n";
+  });
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& help) {
     return app.exit(help);
   } catch (const CLI::CallForAllHelp& help) {
     return app.exit(help);
+  } catch (const CLI::CallForVersion& version) {
+    return app.exit(version);
   } catch (const CLI::ParseError& error) {
     std::cerr << "vesko: " << error.what() << '\n';
     return 2;

@@ -487,20 +487,23 @@ Entries CEDict::lookup(std::u16string_view word) const {
 
 namespace {
 
-// The longest key made of the characters from `at[from]` on, taking at most `limit`
-// characters and at least `minimum`; 0 when there is none. Stops as soon as no longer key can
-// begin with what has been read.
-std::size_t longestForward(const Tables& t, std::u16string_view text, const std::size_t* at,
-                           std::size_t limit, std::size_t minimum, const HeadwordIndex::Slot** found) {
+// The longest key that begins at `from`, of at most `limit` characters and at least `minimum`:
+// its end, or `from` when there is none. Characters are measured as the walk goes, and it stops
+// as soon as no longer key can begin with what has been read.
+std::size_t longestFrom(const Tables& t, std::u16string_view text, std::size_t from,
+                        std::size_t limit, std::size_t minimum, const HeadwordIndex::Slot** found) {
   KeyHash hash;
-  std::size_t best = 0;
-  for (std::size_t k = 1; k <= limit; ++k) {
-    hash.append(text.substr(at[k - 1], at[k] - at[k - 1]));
+  std::size_t best = from;
+  std::size_t end = from;
+  for (std::size_t k = 1; k <= limit && end < text.size(); ++k) {
+    const std::size_t next = text::nextCharacter(text, end);
+    hash.append(text.substr(end, next - end));
+    end = next;
     if (k < minimum) continue;
-    const auto* slot = t.index.find(text.substr(at[0], at[k] - at[0]), hash.value());
+    const auto* slot = t.index.find(text.substr(from, end - from), hash.value());
     if (!slot) break;
     if (slot->isKey()) {
-      best = k;
+      best = end;
       if (found) *found = slot;
     }
     if (!slot->isPrefix()) break;
@@ -529,29 +532,15 @@ void keysInRun(const Tables& t, std::u16string_view text, const std::size_t* at,
   ends[count - 1] = 0;
 }
 
-// Up to `limit` character boundaries from `from` on: at[0] = from.
-std::size_t boundariesFrom(std::u16string_view text, std::size_t from, std::size_t limit,
-                           std::size_t* at) {
-  at[0] = from;
-  std::size_t count = 0;
-  while (count < limit && at[count] < text.size()) {
-    at[count + 1] = text::nextCharacter(text, at[count]);
-    ++count;
-  }
-  return count;
-}
-
 }  // namespace
 
 std::optional<WordMatch> CEDict::lookupPrefix(std::u16string_view text) const {
   const Tables* t = tables();
   if (!t || text.empty() || !text::isHanAt(text, 0)) return std::nullopt;
-  std::array<std::size_t, kMaxWordLength + 1> at;
-  const std::size_t n = boundariesFrom(text, 0, static_cast<std::size_t>(t->maxLen), at.data());
   const HeadwordIndex::Slot* slot = nullptr;
-  const std::size_t k = longestForward(*t, text, at.data(), n, 1, &slot);
-  if (k == 0) return std::nullopt;
-  return WordMatch{text.substr(0, at[k]), Entries(t, t->index.entryList(*slot), slot->entryCount()), 0};
+  const std::size_t end = longestFrom(*t, text, 0, static_cast<std::size_t>(t->maxLen), 1, &slot);
+  if (end == 0) return std::nullopt;
+  return WordMatch{text.substr(0, end), Entries(t, t->index.entryList(*slot), slot->entryCount()), 0};
 }
 
 std::optional<WordMatch> CEDict::wordAt(std::u16string_view text, std::ptrdiff_t index) const {
@@ -643,17 +632,14 @@ std::optional<WordMatch> CEDict::wordAt(std::u16string_view text, std::ptrdiff_t
 
 std::vector<std::u16string_view> CEDict::segment(std::u16string_view text) const {
   std::vector<std::u16string_view> pieces;
+  pieces.reserve(text.size() / 2);
   const Tables* t = tables();
   const auto maxLen = static_cast<std::size_t>(t ? t->maxLen : 1);
-  std::array<std::size_t, kMaxWordLength + 1> at;
   for (std::size_t i = 0; i < text.size();) {
     std::size_t end = text::nextCharacter(text, i);
     if (t && maxLen >= 2 && end < text.size() && text::isHanAt(text, i)) {
-      const std::size_t n = boundariesFrom(text, i, maxLen, at.data());
-      if (n >= 2) {
-        const std::size_t k = longestForward(*t, text, at.data(), n, 2, nullptr);
-        if (k >= 2) end = at[k];
-      }
+      const std::size_t longest = longestFrom(*t, text, i, maxLen, 2, nullptr);
+      if (longest > i) end = longest;
     }
     pieces.push_back(text.substr(i, end - i));
     i = end;
@@ -666,19 +652,18 @@ std::vector<FoundWord> CEDict::dictionaryWords(std::u16string_view text, std::si
   const Tables* t = tables();
   if (!t || limit == 0 || t->maxLen < 2) return words;
   std::unordered_set<std::u16string_view> seen;
-  std::array<std::size_t, kMaxWordLength + 1> at;
+  const auto maxLen = static_cast<std::size_t>(t->maxLen);
   for (std::size_t i = 0; i < text.size() && words.size() < limit;) {
-    const std::size_t n = boundariesFrom(text, i, static_cast<std::size_t>(t->maxLen), at.data());
     const HeadwordIndex::Slot* slot = nullptr;
-    const std::size_t k = n >= 2 ? longestForward(*t, text, at.data(), n, 2, &slot) : 0;
-    if (k < 2) {
-      i = at[1];
+    const std::size_t end = longestFrom(*t, text, i, maxLen, 2, &slot);
+    if (end == i) {
+      i = text::nextCharacter(text, i);
       continue;
     }
-    const std::u16string_view word = text.substr(i, at[k] - i);
+    const std::u16string_view word = text.substr(i, end - i);
     if (seen.insert(word).second)
       words.push_back({word, Entries(t, t->index.entryList(*slot), slot->entryCount())});
-    i = at[k];
+    i = end;
   }
   return words;
 }

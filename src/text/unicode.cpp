@@ -170,7 +170,7 @@ char32_t codePointAt(std::u16string_view text, std::size_t index) {
   return unit;
 }
 
-std::size_t nextCharacter(std::u16string_view text, std::size_t index) {
+std::size_t nextCharacterSlow(std::u16string_view text, std::size_t index) {
   if (index >= text.size()) return text.size();
   std::size_t left = index;
   std::size_t right = index + codePointLength(text, index);

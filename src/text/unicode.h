@@ -33,7 +33,18 @@ inline bool isHanAt(std::u16string_view text, std::size_t index) {
 
 // User-perceived characters. `index` is a UTF-16 index; positions returned are UTF-16 indexes on
 // character boundaries.
-std::size_t nextCharacter(std::u16string_view text, std::size_t index);      // end of the char at index
+std::size_t nextCharacterSlow(std::u16string_view text, std::size_t index);
+// End of the character at `index`.
+inline std::size_t nextCharacter(std::u16string_view text, std::size_t index) {
+  // Printable ASCII and Han stand alone, and nothing below U+0300 extends a character: most text
+  // needs no table at all.
+  if (index + 1 < text.size()) {
+    const char16_t c = text[index];
+    const char16_t d = text[index + 1];
+    if (((c >= 0x20 && c < 0x7F) || isHan(c)) && (d < 0x300 || isHan(d))) return index + 1;
+  }
+  return nextCharacterSlow(text, index);
+}
 std::size_t previousCharacter(std::u16string_view text, std::size_t index);  // start of the char before
 std::size_t characterStart(std::u16string_view text, std::size_t index);     // start of the char holding index
 std::size_t characterCount(std::u16string_view text);
