@@ -196,6 +196,7 @@ class Builder {
       }
       ++stats.entries;
     });
+    flush();
     t_.index.finishEntries();
     t_.maxLen = std::min(maxLen_, CEDict::kMaxWordLength);
     stats.keys = t_.index.keyCount();
@@ -246,6 +247,25 @@ class Builder {
   }
 
  private:
+  // A headword form decoded, measured and hashed, waiting for its turn in the index.
+  struct PreparedForm {
+    uint32_t keyBegin = 0;  // into batchKeys_
+    uint32_t keyEnd = 0;
+    uint64_t hash = 0;
+    std::size_t characters = 0;
+    std::size_t prefixes = 0;
+    std::array<uint32_t, CEDict::kMaxWordLength + 1> prefixEnd{};  // from keyBegin
+    std::array<uint64_t, CEDict::kMaxWordLength + 1> prefixHash{};
+  };
+  struct PreparedLine {
+    uint32_t entry = 0;
+    bool twoForms = false;
+    std::array<PreparedForm, 2> forms;
+  };
+  // Lines are prepared a batch ahead of their inserts, and the slots they will touch fetched as
+  // they are prepared: by the time a line's keys go into the index, its memory has arrived.
+  static constexpr std::size_t kBatch = 16;
+
   // False for a line whose fields do not fit the compact record (headwords of 64 KB…).
   bool addLine(const DictionaryLine& line) {
     constexpr std::size_t kLongest = UINT16_MAX;
@@ -264,46 +284,67 @@ class Builder {
     for (std::size_t i = 0; i < record.defsCount; ++i) t_.defs.push_back(t_.spanOf(line.defs[i]));
     t_.entries.push_back(record);
 
-    tradKey_.clear();
-    appendUtf16(line.trad, tradKey_);
-    const std::size_t tradChars = addForm(tradKey_, entry);
-    std::size_t simpChars = tradChars;
-    if (line.simp != line.trad) {
-      simpKey_.clear();
-      appendUtf16(line.simp, simpKey_);
-      simpChars = addForm(simpKey_, entry);
-    }
-    maxLen_ = static_cast<int>(std::min<std::size_t>(
-        CEDict::kMaxWordLength + 1, std::max({static_cast<std::size_t>(maxLen_), tradChars, simpChars})));
-
-    // The first line that pairs two single characters sets the conversion both ways.
-    if (tradChars == 1 && simpChars == 1 && line.simp != line.trad) {
-      t_.s2t.try_emplace(simpKey_, tradKey_);
-      t_.t2s.try_emplace(tradKey_, simpKey_);
-    }
+    PreparedLine& prepared = batch_[batched_++];
+    prepared.entry = entry;
+    prepare(line.trad, prepared.forms[0]);
+    prepared.twoForms = line.simp != line.trad;
+    if (prepared.twoForms) prepare(line.simp, prepared.forms[1]);
+    if (batched_ == kBatch) flush();
     return true;
   }
 
-  // Adds `key` → entry; returns the key's length in characters.
-  std::size_t addForm(std::u16string_view key, uint32_t entry) {
-    if (key.empty() || key.size() > HeadwordIndex::kMaxKeyUnits) return 0;
+  void prepare(std::string_view form, PreparedForm& out) {
+    out.keyBegin = static_cast<uint32_t>(batchKeys_.size());
+    appendUtf16(form, batchKeys_);
+    out.keyEnd = static_cast<uint32_t>(batchKeys_.size());
+    const std::u16string_view key = std::u16string_view(batchKeys_).substr(out.keyBegin, out.keyEnd - out.keyBegin);
+    out.characters = 0;
+    out.prefixes = 0;
+    if (key.size() > HeadwordIndex::kMaxKeyUnits) {
+      out.keyEnd = out.keyBegin;
+      return;
+    }
     bounds_.measure(key);
-    // Hash the key and the strings that begin it (up to the longest match ever tried) first, and
-    // fetch their slots together: the inserts then wait for memory once, not several times.
-    const std::size_t prefixes = std::min<std::size_t>(bounds_.count, CEDict::kMaxWordLength + 1) - 1;
-    const uint64_t keyHash = KeyHash::of(key);
-    t_.index.prefetch(keyHash);
+    out.characters = bounds_.total;
+    out.hash = KeyHash::of(key);
+    t_.index.prefetch(out.hash);
+    // The strings that begin the key, up to the longest match ever tried.
+    out.prefixes = std::min<std::size_t>(bounds_.count, CEDict::kMaxWordLength + 1) - 1;
     KeyHash prefix;
-    for (std::size_t k = 1; k <= prefixes; ++k) {
+    for (std::size_t k = 1; k <= out.prefixes; ++k) {
       prefix.append(key.substr(bounds_.at[k - 1], bounds_.at[k] - bounds_.at[k - 1]));
-      prefixHashes_[k] = prefix.value();
+      out.prefixEnd[k] = bounds_.at[k];
+      out.prefixHash[k] = prefix.value();
       t_.index.prefetch(prefix.value());
     }
-    if (t_.index.addEntry(key, keyHash, entry)) {
-      for (std::size_t k = 1; k <= prefixes; ++k)
-        t_.index.markPrefix(key.substr(0, bounds_.at[k]), prefixHashes_[k]);
+  }
+
+  void flush() {
+    const std::u16string_view keys = batchKeys_;
+    for (std::size_t i = 0; i < batched_; ++i) {
+      const PreparedLine& line = batch_[i];
+      for (std::size_t f = 0; f < (line.twoForms ? 2u : 1u); ++f) {
+        const PreparedForm& form = line.forms[f];
+        const std::u16string_view key = keys.substr(form.keyBegin, form.keyEnd - form.keyBegin);
+        if (!t_.index.addEntry(key, form.hash, line.entry)) continue;
+        for (std::size_t k = 1; k <= form.prefixes; ++k)
+          t_.index.markPrefix(key.substr(0, form.prefixEnd[k]), form.prefixHash[k]);
+      }
+      const PreparedForm& trad = line.forms[0];
+      const PreparedForm& simp = line.twoForms ? line.forms[1] : line.forms[0];
+      maxLen_ = static_cast<int>(std::min<std::size_t>(
+          CEDict::kMaxWordLength + 1,
+          std::max({static_cast<std::size_t>(maxLen_), trad.characters, simp.characters})));
+      // The first line that pairs two single characters sets the conversion both ways.
+      if (line.twoForms && trad.characters == 1 && simp.characters == 1) {
+        std::u16string tradKey(keys.substr(trad.keyBegin, trad.keyEnd - trad.keyBegin));
+        std::u16string simpKey(keys.substr(simp.keyBegin, simp.keyEnd - simp.keyBegin));
+        t_.s2t.try_emplace(simpKey, tradKey);
+        t_.t2s.try_emplace(std::move(tradKey), std::move(simpKey));
+      }
     }
-    return bounds_.total;
+    batched_ = 0;
+    batchKeys_.clear();
   }
 
   bool hasRealGloss(const HeadwordIndex::Slot& slot) const {
@@ -343,10 +384,10 @@ class Builder {
 
   Tables& t_;
   int maxLen_ = 1;
-  std::u16string tradKey_;
-  std::u16string simpKey_;
   Boundaries bounds_;
-  std::array<uint64_t, CEDict::kMaxWordLength + 1> prefixHashes_{};
+  std::array<PreparedLine, kBatch> batch_;
+  std::size_t batched_ = 0;
+  std::u16string batchKeys_;
 };
 
 // Character boundaries of a stretch of text, relative to `base`.
