@@ -8,7 +8,11 @@
 #include <bit>
 #include <cstdio>
 #include <functional>
-#include <future>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <utility>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -180,26 +184,115 @@ struct Boundaries {
   }
 };
 
+// A headword form decoded, measured and hashed, waiting for its turn in the index.
+struct PreparedForm {
+  uint32_t keyBegin = 0;  // into Batch::keys
+  uint32_t keyEnd = 0;
+  uint64_t hash = 0;
+  std::size_t characters = 0;
+  std::size_t prefixes = 0;
+  std::array<uint32_t, CEDict::kMaxWordLength + 1> prefixEnd{};  // from keyBegin
+  std::array<uint64_t, CEDict::kMaxWordLength + 1> prefixHash{};
+};
+
+struct PreparedLine {
+  uint32_t entry = 0;
+  bool twoForms = false;
+  std::array<PreparedForm, 2> forms;
+};
+
+struct Batch {
+  static constexpr std::size_t kLines = 512;
+  std::vector<PreparedLine> lines;
+  std::u16string keys;
+  std::string_view bytes;  // the stretch of the file these lines came from
+  Batch() { lines.reserve(kLines); }
+};
+
+// Hands batches from one reader thread to one inserting thread; the reader waits when
+// `capacity` batches are pending. Owned by the load; both threads call it.
+class BatchQueue {
+ public:
+  explicit BatchQueue(std::size_t capacity) : capacity_(capacity) {}
+
+  void push(Batch&& batch) {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return pending_.size() < capacity_; });
+    pending_.push_back(std::move(batch));
+    changed_.notify_all();
+  }
+  void close() {
+    std::lock_guard lock(mutex_);
+    closed_ = true;
+    changed_.notify_all();
+  }
+  // Nothing once the reader has closed the queue and every batch has been taken.
+  std::optional<Batch> pop() {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return !pending_.empty() || closed_; });
+    if (pending_.empty()) return std::nullopt;
+    Batch batch = std::move(pending_.front());
+    pending_.pop_front();
+    changed_.notify_all();
+    return batch;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::deque<Batch> pending_;  // guarded by mutex_
+  bool closed_ = false;        // guarded by mutex_
+  const std::size_t capacity_;
+};
+
 class Builder {
  public:
   explicit Builder(Tables& tables) : t_(tables) {}
 
-  void readMain(std::string_view buffer, LoadStats& stats) {
-    t_.entries.reserve(buffer.size() / 72);
-    t_.defs.reserve(buffer.size() / 24);
-    DictionaryLine line;
-    forEachLine(buffer, [&](std::string_view raw) {
-      if (raw.empty() || raw.front() == '#') return;
-      if (!parseDictionaryLine(raw, line) || !addLine(line)) {
-        ++stats.skippedLines;
-        return;
-      }
-      ++stats.entries;
+  // Two threads share the main file: a reader parses and prepares the lines (the entry records
+  // are its own), and the calling thread puts the prepared keys into the index, in file order, a
+  // batch at a time, and checks that the batch's bytes are UTF-8 (parsing copes with any bytes;
+  // the work is thrown away if the check fails). False when the file is not valid UTF-8.
+  bool readMain(std::string_view buffer, LoadStats& stats) {
+    BatchQueue queue(8);
+    LoadStats counts;
+    std::thread reader([&] {
+      t_.entries.reserve(buffer.size() / 72);
+      t_.defs.reserve(buffer.size() / 24);
+      DictionaryLine line;
+      Batch batch;
+      const char* from = buffer.data();
+      forEachLine(buffer, [&](std::string_view raw) {
+        if (!raw.empty() && raw.front() != '#') {
+          if (parseDictionaryLine(raw, line) && addLine(line, batch)) ++counts.entries;
+          else ++counts.skippedLines;
+        }
+        if (batch.lines.size() == Batch::kLines) {
+          const char* to = raw.data() + raw.size();
+          batch.bytes = std::string_view(from, static_cast<std::size_t>(to - from));
+          from = to;
+          queue.push(std::exchange(batch, Batch{}));
+        }
+      });
+      batch.bytes = std::string_view(from, static_cast<std::size_t>(buffer.data() + buffer.size() - from));
+      queue.push(std::move(batch));
+      queue.close();
     });
-    flush();
+    bool valid = true;
+    while (auto batch = queue.pop()) {
+      insert(*batch);
+      // Batches meet at line ends, and line breaks are ASCII or whole sequences: checking each
+      // stretch checks the file.
+      valid = valid && text::isValidUtf8(batch->bytes);
+    }
+    reader.join();
+    if (!valid) return false;
+    stats.entries = counts.entries;
+    stats.skippedLines = counts.skippedLines;
     t_.index.finishEntries();
     t_.maxLen = std::min(maxLen_, CEDict::kMaxWordLength);
     stats.keys = t_.index.keyCount();
+    return true;
   }
 
   void readSupplement(std::size_t from, LoadStats& stats) {
@@ -247,27 +340,9 @@ class Builder {
   }
 
  private:
-  // A headword form decoded, measured and hashed, waiting for its turn in the index.
-  struct PreparedForm {
-    uint32_t keyBegin = 0;  // into batchKeys_
-    uint32_t keyEnd = 0;
-    uint64_t hash = 0;
-    std::size_t characters = 0;
-    std::size_t prefixes = 0;
-    std::array<uint32_t, CEDict::kMaxWordLength + 1> prefixEnd{};  // from keyBegin
-    std::array<uint64_t, CEDict::kMaxWordLength + 1> prefixHash{};
-  };
-  struct PreparedLine {
-    uint32_t entry = 0;
-    bool twoForms = false;
-    std::array<PreparedForm, 2> forms;
-  };
-  // Lines are prepared a batch ahead of their inserts, and the slots they will touch fetched as
-  // they are prepared: by the time a line's keys go into the index, its memory has arrived.
-  static constexpr std::size_t kBatch = 16;
-
   // False for a line whose fields do not fit the compact record (headwords of 64 KB…).
-  bool addLine(const DictionaryLine& line) {
+  // Reader thread.
+  bool addLine(const DictionaryLine& line, Batch& batch) {
     constexpr std::size_t kLongest = UINT16_MAX;
     if (line.trad.size() > kLongest || line.simp.size() > kLongest || line.pinyin.size() > kLongest)
       return false;
@@ -284,20 +359,20 @@ class Builder {
     for (std::size_t i = 0; i < record.defsCount; ++i) t_.defs.push_back(t_.spanOf(line.defs[i]));
     t_.entries.push_back(record);
 
-    PreparedLine& prepared = batch_[batched_++];
+    PreparedLine& prepared = batch.lines.emplace_back();
     prepared.entry = entry;
-    prepare(line.trad, prepared.forms[0]);
+    prepare(line.trad, batch.keys, prepared.forms[0]);
     prepared.twoForms = line.simp != line.trad;
-    if (prepared.twoForms) prepare(line.simp, prepared.forms[1]);
-    if (batched_ == kBatch) flush();
+    if (prepared.twoForms) prepare(line.simp, batch.keys, prepared.forms[1]);
     return true;
   }
 
-  void prepare(std::string_view form, PreparedForm& out) {
-    out.keyBegin = static_cast<uint32_t>(batchKeys_.size());
-    appendUtf16(form, batchKeys_);
-    out.keyEnd = static_cast<uint32_t>(batchKeys_.size());
-    const std::u16string_view key = std::u16string_view(batchKeys_).substr(out.keyBegin, out.keyEnd - out.keyBegin);
+  // Reader thread.
+  void prepare(std::string_view form, std::u16string& keys, PreparedForm& out) {
+    out.keyBegin = static_cast<uint32_t>(keys.size());
+    appendUtf16(form, keys);
+    out.keyEnd = static_cast<uint32_t>(keys.size());
+    const std::u16string_view key = std::u16string_view(keys).substr(out.keyBegin, out.keyEnd - out.keyBegin);
     out.characters = 0;
     out.prefixes = 0;
     if (key.size() > HeadwordIndex::kMaxKeyUnits) {
@@ -307,7 +382,6 @@ class Builder {
     bounds_.measure(key);
     out.characters = bounds_.total;
     out.hash = KeyHash::of(key);
-    t_.index.prefetch(out.hash);
     // The strings that begin the key, up to the longest match ever tried.
     out.prefixes = std::min<std::size_t>(bounds_.count, CEDict::kMaxWordLength + 1) - 1;
     KeyHash prefix;
@@ -315,14 +389,27 @@ class Builder {
       prefix.append(key.substr(bounds_.at[k - 1], bounds_.at[k] - bounds_.at[k - 1]));
       out.prefixEnd[k] = bounds_.at[k];
       out.prefixHash[k] = prefix.value();
-      t_.index.prefetch(prefix.value());
     }
   }
 
-  void flush() {
-    const std::u16string_view keys = batchKeys_;
-    for (std::size_t i = 0; i < batched_; ++i) {
-      const PreparedLine& line = batch_[i];
+  void prefetch(const PreparedLine& line) const {
+    for (std::size_t f = 0; f < (line.twoForms ? 2u : 1u); ++f) {
+      const PreparedForm& form = line.forms[f];
+      t_.index.prefetch(form.hash);
+      for (std::size_t k = 1; k <= form.prefixes; ++k) t_.index.prefetch(form.prefixHash[k]);
+    }
+  }
+
+  // Calling thread. The slots a few lines ahead are fetched while a line goes in, so the inserts
+  // do not wait on memory one after another.
+  void insert(const Batch& batch) {
+    constexpr std::size_t kAhead = 8;
+    const std::u16string_view keys = batch.keys;
+    const std::size_t n = batch.lines.size();
+    for (std::size_t i = 0; i < std::min(kAhead, n); ++i) prefetch(batch.lines[i]);
+    for (std::size_t i = 0; i < n; ++i) {
+      if (i + kAhead < n) prefetch(batch.lines[i + kAhead]);
+      const PreparedLine& line = batch.lines[i];
       for (std::size_t f = 0; f < (line.twoForms ? 2u : 1u); ++f) {
         const PreparedForm& form = line.forms[f];
         const std::u16string_view key = keys.substr(form.keyBegin, form.keyEnd - form.keyBegin);
@@ -343,8 +430,6 @@ class Builder {
         t_.t2s.try_emplace(std::move(tradKey), std::move(simpKey));
       }
     }
-    batched_ = 0;
-    batchKeys_.clear();
   }
 
   bool hasRealGloss(const HeadwordIndex::Slot& slot) const {
@@ -384,10 +469,7 @@ class Builder {
 
   Tables& t_;
   int maxLen_ = 1;
-  Boundaries bounds_;
-  std::array<PreparedLine, kBatch> batch_;
-  std::size_t batched_ = 0;
-  std::u16string batchKeys_;
+  Boundaries bounds_;  // reader thread
 };
 
 // Character boundaries of a stretch of text, relative to `base`.
@@ -479,15 +561,9 @@ std::expected<LoadStats, LoadError> CEDict::load(const std::filesystem::path& ce
     loading_ = false;
     return std::unexpected(LoadError::unreadable);
   }
-  // Checking the encoding takes a fifth of the load: do it on the other core while the lines
-  // are parsed (parsing copes with any bytes), and throw the work away if it fails.
-  const std::string_view mainText = tables->text;
-  auto valid = std::async(std::launch::async, [mainText] { return text::isValidUtf8(mainText); });
-
   LoadStats stats;
   Builder builder(*tables);
-  builder.readMain(mainText, stats);
-  if (!valid.get()) {
+  if (!builder.readMain(tables->text, stats)) {
     loading_ = false;
     return std::unexpected(LoadError::invalidUtf8);
   }
