@@ -18,6 +18,7 @@
 
 #include "dict/cedict_line.h"
 #include "dict/headword_index.h"
+#include "dict/mapped_file.h"
 #include "text/unicode.h"
 
 namespace vesko {
@@ -28,7 +29,7 @@ struct Span {
   uint32_t length = 0;
 };
 
-// Offsets into Tables::text; lengths in bytes. Kept small: there are some 150,000 of them.
+// Offsets into the loaded text (see Tables); lengths in bytes. Kept small: there are some 150,000 of them.
 struct EntryRecord {
   uint32_t trad = 0;
   uint32_t simp = 0;
@@ -49,7 +50,10 @@ using CharacterMap = std::unordered_map<std::u16string, std::u16string, U16Hash,
 struct Tables {
   explicit Tables(std::size_t expectedStrings) : index(expectedStrings) {}
 
-  std::string text;  // the main file, the supplement, then texts made while loading
+  // Text offsets run through the main file, then on into `more`.
+  std::optional<MappedFile> mainFile;
+  std::string_view main;
+  std::string more;  // the supplement, then texts made while loading
   std::vector<EntryRecord> entries;
   std::vector<Span> defs;
   HeadwordIndex index;
@@ -57,10 +61,17 @@ struct Tables {
   CharacterMap t2s;
   int maxLen = 1;
 
-  std::string_view view(Span span) const { return {text.data() + span.offset, span.length}; }
-  std::string_view view(uint32_t offset, uint16_t length) const { return {text.data() + offset, length}; }
-  Span spanOf(std::string_view part) const {
-    return {static_cast<uint32_t>(part.data() - text.data()), static_cast<uint32_t>(part.size())};
+  std::string_view view(uint32_t offset, uint32_t length) const {
+    if (offset < main.size()) return {main.data() + offset, length};
+    return {more.data() + (offset - main.size()), length};
+  }
+  std::string_view view(Span span) const { return view(span.offset, span.length); }
+  Span spanInMain(std::string_view part) const {
+    return {static_cast<uint32_t>(part.data() - main.data()), static_cast<uint32_t>(part.size())};
+  }
+  Span spanInMore(std::string_view part) const {
+    return {static_cast<uint32_t>(main.size() + static_cast<std::size_t>(part.data() - more.data())),
+            static_cast<uint32_t>(part.size())};
   }
 };
 
@@ -249,6 +260,13 @@ class Builder {
  public:
   explicit Builder(Tables& tables) : t_(tables) {}
 
+  // Room for what both files will add, judged from their sizes (CC-CEDICT averages 78 bytes and
+  // 1.6 glosses a line, the supplement 28 bytes): growing these mid-load would copy megabytes.
+  void reserve(std::size_t mainBytes, std::size_t supplementBytes) {
+    t_.entries.reserve(mainBytes / 72 + supplementBytes / 24);
+    t_.defs.reserve(mainBytes / 40 + supplementBytes / 24);
+  }
+
   // Two threads share the main file: a reader parses and prepares the lines (the entry records
   // are its own), and the calling thread puts the prepared keys into the index, in file order, a
   // batch at a time, and checks that the batch's bytes are UTF-8 (parsing copes with any bytes;
@@ -257,8 +275,6 @@ class Builder {
     BatchQueue queue(8);
     LoadStats counts;
     std::thread reader([&] {
-      t_.entries.reserve(buffer.size() / 72);
-      t_.defs.reserve(buffer.size() / 24);
       DictionaryLine line;
       Batch batch;
       const char* from = buffer.data();
@@ -295,46 +311,66 @@ class Builder {
     return true;
   }
 
-  void readSupplement(std::size_t from, LoadStats& stats) {
-    const std::string_view buffer = std::string_view(t_.text).substr(from);
+  // The supplement, in two passes: its lines are parsed and hashed first, then applied in order
+  // with the slots of the lines ahead already on their way from memory.
+  void readSupplement(LoadStats& stats) {
+    struct Prepared {
+      SupplementLine line;
+      uint32_t keyBegin;
+      uint32_t keyEnd;
+      uint64_t hash;
+    };
+    std::vector<Prepared> lines;
+    lines.reserve(t_.more.size() / 24);
+    std::u16string keys;
+    keys.reserve(t_.more.size() / 12);
     SupplementLine line;
-    std::u16string key;
-    std::optional<Span> rare;
-    forEachLine(buffer, [&](std::string_view raw) {
+    forEachLine(t_.more, [&](std::string_view raw) {
       if (!parseSupplementLine(raw, line)) return;
-      key.clear();
-      appendUtf16(line.character, key);
-      const uint64_t hash = KeyHash::of(key);
-      if (const auto* slot = t_.index.find(key, hash); slot && slot->isKey()) {
-        if (line.definition.empty() || hasRealGloss(*slot)) return;
-        if (addGlossedCopy(t_.index.entryList(*slot)[0], line.definition)) {
+      const auto begin = static_cast<uint32_t>(keys.size());
+      appendUtf16(line.character, keys);
+      const auto end = static_cast<uint32_t>(keys.size());
+      lines.push_back({line, begin, end, KeyHash::of(std::u16string_view(keys).substr(begin, end - begin))});
+    });
+
+    constexpr std::size_t kAhead = 8;
+    std::optional<Span> rare;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      if (i + kAhead < lines.size()) t_.index.prefetch(lines[i + kAhead].hash);
+      const Prepared& prepared = lines[i];
+      const SupplementLine& l = prepared.line;
+      const std::u16string_view key =
+          std::u16string_view(keys).substr(prepared.keyBegin, prepared.keyEnd - prepared.keyBegin);
+      if (const auto* slot = t_.index.find(key, prepared.hash); slot && slot->isKey()) {
+        if (l.definition.empty() || hasRealGloss(*slot)) continue;
+        if (addGlossedCopy(t_.index.entryList(*slot)[0], l.definition)) {
           // The copy replaces the first entry under this form only: under its other form the
           // entry stays as it was.
-          t_.index.replaceFirstEntry(key, hash, static_cast<uint32_t>(t_.entries.size() - 1));
+          t_.index.replaceFirstEntry(key, prepared.hash, static_cast<uint32_t>(t_.entries.size() - 1));
           ++stats.supplementGlossed;
         }
-        return;
+        continue;
       }
-      if (line.pinyin.empty() && line.definition.empty()) return;
-      if (line.character.size() > UINT16_MAX || line.pinyin.size() > UINT16_MAX) return;
+      if (l.pinyin.empty() && l.definition.empty()) continue;
+      if (l.character.size() > UINT16_MAX || l.pinyin.size() > UINT16_MAX) continue;
       EntryRecord record;
-      record.trad = record.simp = t_.spanOf(line.character).offset;
-      record.tradLength = record.simpLength = static_cast<uint16_t>(line.character.size());
-      record.pinyin = t_.spanOf(line.pinyin).offset;
-      record.pinyinLength = static_cast<uint16_t>(line.pinyin.size());
+      record.trad = record.simp = t_.spanInMore(l.character).offset;
+      record.tradLength = record.simpLength = static_cast<uint16_t>(l.character.size());
+      record.pinyin = t_.spanInMore(l.pinyin).offset;
+      record.pinyinLength = static_cast<uint16_t>(l.pinyin.size());
       record.defsBegin = static_cast<uint32_t>(t_.defs.size());
       record.defsCount = 1;
-      if (line.definition.empty()) {
+      if (l.definition.empty()) {
         if (!rare) rare = appendText(kRareCharacter);
-        if (!rare) return;
+        if (!rare) continue;
         t_.defs.push_back(*rare);
       } else {
-        t_.defs.push_back(t_.spanOf(line.definition));
+        t_.defs.push_back(t_.spanInMore(l.definition));
       }
-      t_.index.addSingleEntryKey(key, hash, static_cast<uint32_t>(t_.entries.size()));
+      t_.index.addSingleEntryKey(key, prepared.hash, static_cast<uint32_t>(t_.entries.size()));
       t_.entries.push_back(record);
       ++stats.supplementAdded;
-    });
+    }
     stats.keys = t_.index.keyCount();
     stats.supplementRead = true;
   }
@@ -348,15 +384,15 @@ class Builder {
       return false;
     const auto entry = static_cast<uint32_t>(t_.entries.size());
     EntryRecord record;
-    record.trad = t_.spanOf(line.trad).offset;
-    record.simp = t_.spanOf(line.simp).offset;
-    record.pinyin = t_.spanOf(line.pinyin).offset;
+    record.trad = t_.spanInMain(line.trad).offset;
+    record.simp = t_.spanInMain(line.simp).offset;
+    record.pinyin = t_.spanInMain(line.pinyin).offset;
     record.tradLength = static_cast<uint16_t>(line.trad.size());
     record.simpLength = static_cast<uint16_t>(line.simp.size());
     record.pinyinLength = static_cast<uint16_t>(line.pinyin.size());
     record.defsBegin = static_cast<uint32_t>(t_.defs.size());
     record.defsCount = static_cast<uint16_t>(std::min<std::size_t>(line.defs.size(), UINT16_MAX));
-    for (std::size_t i = 0; i < record.defsCount; ++i) t_.defs.push_back(t_.spanOf(line.defs[i]));
+    for (std::size_t i = 0; i < record.defsCount; ++i) t_.defs.push_back(t_.spanInMain(line.defs[i]));
     t_.entries.push_back(record);
 
     PreparedLine& prepared = batch.lines.emplace_back();
@@ -458,13 +494,13 @@ class Builder {
     return true;
   }
 
-  // Texts made while loading go at the end of the one buffer. Room for them was reserved, since
-  // the supplement's lines are being read from that same buffer: it must never move.
+  // Texts made while loading go after the supplement. Room for them was reserved, since the
+  // supplement's lines are being read from that same buffer: it must never move.
   std::optional<Span> appendText(std::string_view s) {
-    if (t_.text.size() + s.size() > t_.text.capacity()) return std::nullopt;
-    Span span{static_cast<uint32_t>(t_.text.size()), static_cast<uint32_t>(s.size())};
-    t_.text.append(s);
-    return span;
+    if (t_.more.size() + s.size() > t_.more.capacity()) return std::nullopt;
+    const std::size_t at = t_.more.size();
+    t_.more.append(s);
+    return t_.spanInMore(std::string_view(t_.more).substr(at));
   }
 
   Tables& t_;
@@ -546,36 +582,38 @@ CEDict::~CEDict() = default;
 std::expected<LoadStats, LoadError> CEDict::load(const std::filesystem::path& cedict,
                                                  const std::filesystem::path& unihan) {
   if (loading_.exchange(true)) return std::unexpected(LoadError::alreadyLoaded);
-  auto size = fileSize(cedict);
-  if (!size) {
+  auto fail = [&](LoadError error) {
     loading_ = false;
-    return std::unexpected(LoadError::unreadable);
-  }
+    return std::unexpected(error);
+  };
+  // Offsets into the text are 32 bits; no dictionary comes near.
+  constexpr std::uintmax_t kLargest = UINT32_MAX / 4;
+  const auto mainSize = fileSize(cedict);
+  if (!mainSize || *mainSize > kLargest) return fail(LoadError::unreadable);
+  auto mainFile = MappedFile::open(cedict);
+  if (!mainFile) return fail(LoadError::unreadable);
+
   auto tables = std::make_unique<Tables>(kExpectedStrings);
+  tables->mainFile = std::move(mainFile);
+  tables->main = tables->mainFile->bytes();
   const auto supplementSize = fileSize(unihan);
-  // The supplement's own texts ("lit. " + definition) go after it: reserve for both so that
-  // the buffer never moves while views into it are handed around.
-  const std::size_t extra = supplementSize ? *supplementSize * 4 + kRareCharacter.size() + 16 : 0;
-  tables->text.reserve(*size + extra);
-  if (!appendFile(cedict, tables->text)) {
-    loading_ = false;
-    return std::unexpected(LoadError::unreadable);
-  }
+  const bool withSupplement = supplementSize && *supplementSize <= kLargest;
+  const std::size_t supplementBytes = withSupplement ? static_cast<std::size_t>(*supplementSize) : 0;
+
   LoadStats stats;
   Builder builder(*tables);
-  if (!builder.readMain(tables->text, stats)) {
-    loading_ = false;
-    return std::unexpected(LoadError::invalidUtf8);
-  }
+  builder.reserve(tables->main.size(), supplementBytes);
+  if (!builder.readMain(tables->main, stats)) return fail(LoadError::invalidUtf8);
 
-  if (supplementSize) {
-    const std::size_t from = tables->text.size();
-    const bool read = appendFile(unihan, tables->text);
-    if (read && tables->text.size() - from <= *supplementSize &&
-        text::isValidUtf8(std::string_view(tables->text).substr(from))) {
-      builder.readSupplement(from, stats);
+  if (withSupplement) {
+    // The supplement's own texts ("lit. " + definition) go after it: reserve for both, so that
+    // the buffer never moves while its lines are read.
+    tables->more.reserve(supplementBytes * 4 + kRareCharacter.size() + 16);
+    if (appendFile(unihan, tables->more) && tables->more.size() <= supplementBytes &&
+        text::isValidUtf8(tables->more)) {
+      builder.readSupplement(stats);
     } else {
-      tables->text.resize(from);
+      tables->more.clear();
     }
   }
 
