@@ -273,6 +273,41 @@ TEST(CEDictLoadTest, BadMainFileLeavesItEmpty) {
   }
 }
 
+TEST(CEDictLoadTest, BadBytesFarIntoALargeFileStillFailTheLoad) {
+  // The file is read in stretches of lines by two threads: a bad byte in any stretch, including
+  // the last one and one cut right at a stretch's end, must fail the whole load.
+  std::string lines;
+  for (int i = 0; i < 3000; ++i) lines += "中國 中国 [Zhong1 guo2] /China " + std::to_string(i) + "/\n";
+  for (std::size_t at : {std::size_t{0}, lines.size() / 2, lines.size() - 1, lines.size()}) {
+    SCOPED_TRACE(at);
+    std::string content = lines;
+    content.insert(at, "\xE4\xB8");  // a character cut short
+    testing::TempDir dir;
+    CEDict dict;
+    auto result = dict.load(dir.write("d.txt", content), "");
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error(), LoadError::invalidUtf8);
+    EXPECT_FALSE(dict.loaded());
+  }
+  testing::TempDir dir;
+  CEDict dict;
+  auto result = dict.load(dir.write("d.txt", lines), "");
+  ASSERT_TRUE(result);
+  EXPECT_EQ(result->entries, 3000u);
+  EXPECT_EQ(dict.lookup(u"中国").size(), 3000u);
+  EXPECT_EQ(dict.lookup(u"中国")[2999].def(0), "China 2999");
+}
+
+TEST(CEDictLoadTest, EmptyFileLoadsEmpty) {
+  testing::TempDir dir;
+  CEDict dict;
+  auto result = dict.load(dir.write("d.txt", ""), dir.write("s.tsv", ""));
+  ASSERT_TRUE(result);
+  EXPECT_EQ(result->entries, 0u);
+  EXPECT_TRUE(dict.loaded());
+  EXPECT_FALSE(dict.wordAt(u"中国", 0));
+}
+
 TEST(CEDictLoadTest, BadSupplementOnlyLosesTheSupplement) {
   for (const char* supplement : {"bad/03-invalid-utf8.tsv", "missing.tsv"}) {
     SCOPED_TRACE(supplement);
