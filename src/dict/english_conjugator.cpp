@@ -98,7 +98,9 @@ std::optional<BaseForm> EnglishConjugator::baseForm(std::string_view word) const
     // A form that is a lemma of this part of speech is read as itself: "glasses", "us" (US).
     if (wordnet_.hasLemma(lower, pos)) continue;
     for (const auto& rule : kDetachments) {
-      if (rule.pos != pos || !lower.ends_with(rule.ending) || lower.size() <= rule.ending.size())
+      // "men" → "man" leaves no stem but a base; "s" → "" leaves nothing.
+      if (rule.pos != pos || !lower.ends_with(rule.ending) ||
+          lower.size() - rule.ending.size() + rule.replacement.size() == 0)
         continue;
       const std::string stem = lower.substr(0, lower.size() - rule.ending.size());
       std::string base = stem + std::string(rule.replacement);
