@@ -24,6 +24,7 @@ constexpr double kPolishProbability = 0.8;
 constexpr std::size_t kGuessOverrideMinimum = 25;   // characters before a guess beats preference
 constexpr double kGuessOverrideProbability = 0.9;
 constexpr std::size_t kJapaneseMaxWord = 12;        // code points tried from the word's start
+constexpr std::size_t kJapaneseMaxStem = 4;        // kanji taken before kana okurigana
 constexpr std::size_t kThaiMaxWords = 4;            // words a Thai dictionary match may span
 
 bool isKana(char32_t c) {
@@ -263,31 +264,41 @@ std::optional<HoverResult> WordChooser::japanese(std::u16string_view text, std::
     if (!token) return std::nullopt;
     return wordResult(text, index, *token, Language::ja, {});
   }
-  // The tokenizer finds where the word starts; its end is found by the dictionary, longest
-  // first, since the tokenizer cuts inflections into pieces (食べ|て|い|まし|た).
-  std::size_t start = token && token->start <= index ? token->start : index;
-  if (!isJapanese(text::codePointAt(text, start))) start = index;
-  std::vector<std::size_t> ends;
-  for (std::size_t i = start; i < text.size() && ends.size() < kJapaneseMaxWord;) {
-    if (!isJapanese(text::codePointAt(text, i))) break;
-    i += codePointLength(text, i);
-    ends.push_back(i);
+  // The tokenizer finds where the word starts and the dictionary finds its end, longest first,
+  // since the tokenizer cuts inflections into pieces (食|べ|てい|ま|した). Kana right after kanji
+  // is read as the kanji's ending first: the pointer on べ of 食べ still finds 食べる.
+  std::size_t tokenStart = token && token->start <= index ? token->start : index;
+  if (!isJapanese(text::codePointAt(text, tokenStart))) tokenStart = index;
+  std::size_t hanStart = tokenStart;
+  if (isKana(text[tokenStart])) {
+    while (hanStart > 0 && tokenStart - hanStart < kJapaneseMaxStem &&
+           (text::isHan(text[hanStart - 1]) || text[hanStart - 1] == kIterationMark))
+      --hanStart;
   }
-  for (auto end = ends.rbegin(); end != ends.rend() && *end > index; ++end) {
-    const std::u16string surface = withIterationMarksSpelled(text, start, *end);
-    std::vector<std::u16string> candidates = japaneseCandidates(surface);
-    candidates.insert(candidates.begin(), surface);
-    for (const auto& candidate : candidates) {
-      std::vector<WordEntry> entries = dictionary->lookup(utf8(candidate));
-      if (entries.empty()) continue;
-      HoverResult result = wordResult(text, index, {start, *end}, Language::ja, std::move(entries));
-      if (candidate != surface) {
-        std::string form = utf8(candidate);
-        std::string note = " → " + form + "  (" + texts_.dictionaryForm + ")";
-        std::get<HoverResult::Word>(result.value).base = BaseForm{std::move(form), std::move(note)};
-      }
-      return result;
+  for (std::size_t start : {hanStart, tokenStart}) {
+    std::vector<std::size_t> ends;
+    for (std::size_t i = start; i < text.size() && ends.size() < kJapaneseMaxWord;) {
+      if (!isJapanese(text::codePointAt(text, i))) break;
+      i += codePointLength(text, i);
+      ends.push_back(i);
     }
+    for (auto end = ends.rbegin(); end != ends.rend() && *end > index; ++end) {
+      const std::u16string surface = withIterationMarksSpelled(text, start, *end);
+      std::vector<std::u16string> candidates = japaneseCandidates(surface);
+      candidates.insert(candidates.begin(), surface);
+      for (const auto& candidate : candidates) {
+        std::vector<WordEntry> entries = dictionary->lookup(utf8(candidate));
+        if (entries.empty()) continue;
+        HoverResult result = wordResult(text, index, {start, *end}, Language::ja, std::move(entries));
+        if (candidate != surface) {
+          std::string form = utf8(candidate);
+          std::string note = " → " + form + "  (" + texts_.dictionaryForm + ")";
+          std::get<HoverResult::Word>(result.value).base = BaseForm{std::move(form), std::move(note)};
+        }
+        return result;
+      }
+    }
+    if (hanStart == tokenStart) break;
   }
   return std::nullopt;
 }
