@@ -61,7 +61,8 @@ struct Figures {
 
 template <typename Call>
 Figures timeCalls(std::size_t count, Call&& call) {
-  for (std::size_t i = 0; i < std::min<std::size_t>(count, 2000); ++i) benchmark::DoNotOptimize(call(i));
+  for (std::size_t i = 0; i < std::min<std::size_t>(count, 2000); ++i)
+    benchmark::DoNotOptimize(call(i));
   std::vector<double> us(count);
   Figures figures;
   figures.calls = count;
@@ -89,7 +90,8 @@ void print(const char* language, const Figures& f) {
 
 vesko::Snapshot studyingAll() {
   vesko::Snapshot snapshot;
-  snapshot.zh = snapshot.ja = snapshot.th = snapshot.fr = snapshot.en = snapshot.ru = snapshot.pl = true;
+  snapshot.zh = snapshot.ja = snapshot.th = snapshot.fr = snapshot.en = snapshot.ru = snapshot.pl =
+      true;
   return snapshot;
 }
 

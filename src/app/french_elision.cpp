@@ -10,7 +10,9 @@
 namespace vesko {
 namespace {
 
-bool isApostrophe(char16_t unit) { return unit == u'\'' || unit == u'\u2019'; }
+bool isApostrophe(char16_t unit) {
+  return unit == u'\'' || unit == u'\u2019';
+}
 
 // Lowercase for the table: the elided forms are ASCII, so anything else simply fails to match.
 std::u16string asciiLower(std::u16string_view s) {

@@ -11,8 +11,8 @@
 namespace vesko {
 
 struct ElidedWord {
-  TextSpan word;                  // the part after the apostrophe
-  std::u16string_view expanded;   // what the elided part stands for: "le", "si"
+  TextSpan word;                 // the part after the apostrophe
+  std::u16string_view expanded;  // what the elided part stands for: "le", "si"
 };
 
 // The elided word around UTF-16 `index`, which must hold a letter; nothing when the letters and

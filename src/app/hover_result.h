@@ -17,8 +17,8 @@ namespace vesko {
 
 struct HoverResult {
   struct Chinese {
-    std::string word;           // the headword as it stands in the text
-    std::size_t start = 0;      // UTF-16 range of the word in the text
+    std::string word;       // the headword as it stands in the text
+    std::size_t start = 0;  // UTF-16 range of the word in the text
     std::size_t length = 0;
     std::vector<Entry> entries;
     std::string sentence;
@@ -29,9 +29,9 @@ struct HoverResult {
     Language language = Language::fr;
     std::size_t start = 0;
     std::size_t length = 0;
-    std::optional<BaseForm> base;  // the dictionary form and how it was found
+    std::optional<BaseForm> base;       // the dictionary form and how it was found
     std::optional<std::string> elided;  // French: what the elided article expands to ("le")
-    std::vector<WordEntry> entries;  // empty when the language has no dictionary (Thai)
+    std::vector<WordEntry> entries;     // empty when the language has no dictionary (Thai)
     std::string sentence;
     friend bool operator==(const Word&, const Word&) = default;
   };

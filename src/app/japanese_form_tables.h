@@ -8,10 +8,10 @@
 namespace vesko::japanese {
 
 enum class Then {
-  addTe,          // add "て" and read the result again
-  addDe,          // add "で" and read the result again
-  continuative,   // the rest is a continuative stem (食べ, 書き, し): turn it into dictionary forms
-  addEndings,     // add each of `endings`
+  addTe,         // add "て" and read the result again
+  addDe,         // add "で" and read the result again
+  continuative,  // the rest is a continuative stem (食べ, 書き, し): turn it into dictionary forms
+  addEndings,  // add each of `endings`
 };
 
 struct FormRule {

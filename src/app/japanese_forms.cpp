@@ -10,7 +10,8 @@ namespace {
 using japanese::Then;
 
 void add(std::vector<std::u16string>& out, std::u16string candidate) {
-  if (std::find(out.begin(), out.end(), candidate) == out.end()) out.push_back(std::move(candidate));
+  if (std::find(out.begin(), out.end(), candidate) == out.end())
+    out.push_back(std::move(candidate));
 }
 
 // Depth-first, so that a form read again comes right after the form it was read from:
@@ -95,13 +96,16 @@ std::u16string withIterationMarksSpelled(std::u16string_view text, std::size_t f
   }
   for (std::size_t i = from; i < to;) {
     if (text[i] == japanese::kIterationMark) {
-      if (previous.empty()) out += text[i];
-      else out += previous;
+      if (previous.empty())
+        out += text[i];
+      else
+        out += previous;
       ++i;
       continue;
     }
     const std::size_t length =
-        (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00 ? 2 : 1;
+        (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00 ? 2
+                                                                                                : 1;
     previous = text.substr(i, length);
     out += previous;
     i += length;

@@ -28,13 +28,20 @@ std::optional<Language> languageFromCode(std::string_view code) {
 
 bool Snapshot::studies(Language language) const {
   switch (language) {
-    case Language::zh: return zh;
-    case Language::ja: return ja;
-    case Language::th: return th;
-    case Language::fr: return fr;
-    case Language::en: return en;
-    case Language::ru: return ru;
-    case Language::pl: return pl;
+    case Language::zh:
+      return zh;
+    case Language::ja:
+      return ja;
+    case Language::th:
+      return th;
+    case Language::fr:
+      return fr;
+    case Language::en:
+      return en;
+    case Language::ru:
+      return ru;
+    case Language::pl:
+      return pl;
   }
   return false;
 }

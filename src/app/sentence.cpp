@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::u16string_view kDelimiters = u".!?。！？\n…";
 constexpr std::size_t kLongSentence = 261;  // characters
-constexpr std::size_t kBeforeWord = 120;     // UTF-16 units kept before the word when clipping
+constexpr std::size_t kBeforeWord = 120;    // UTF-16 units kept before the word when clipping
 constexpr std::size_t kAfterWord = 140;
 
 bool isDelimiter(char16_t unit) {
@@ -19,10 +19,16 @@ bool isDelimiter(char16_t unit) {
   return kDelimiters.find(unit) != std::u16string_view::npos;
 }
 
-bool isSpace(char16_t unit) { return u_isUWhiteSpace(unit) || unit == u'\n' || unit == u'\r'; }
+bool isSpace(char16_t unit) {
+  return u_isUWhiteSpace(unit) || unit == u'\n' || unit == u'\r';
+}
 
-bool isLead(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool isTrail(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+bool isLead(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool isTrail(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 std::size_t codePointLength(std::u16string_view text, std::size_t i) {
   return isLead(text[i]) && i + 1 < text.size() && isTrail(text[i + 1]) ? 2 : 1;

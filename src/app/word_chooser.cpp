@@ -1,7 +1,7 @@
 #include "app/word_chooser.h"
 
-#include <unicode/uchar.h>
 #include <unicode/locid.h>
+#include <unicode/uchar.h>
 #include <unicode/unistr.h>
 #include <unicode/uscript.h>
 
@@ -21,17 +21,20 @@ constexpr char16_t kIterationMark = u'々';
 constexpr std::u16string_view kPolishDiacritics = u"ąćęłńóśźżĄĆĘŁŃÓŚŹŻ";
 constexpr std::size_t kPolishSentenceMinimum = 20;  // characters before the recogniser is asked
 constexpr double kPolishProbability = 0.8;
-constexpr std::size_t kGuessOverrideMinimum = 25;   // characters before a guess beats preference
+constexpr std::size_t kGuessOverrideMinimum = 25;  // characters before a guess beats preference
 constexpr double kGuessOverrideProbability = 0.9;
-constexpr std::size_t kJapaneseMaxWord = 12;        // code points tried from the word's start
-constexpr std::size_t kJapaneseMaxStem = 4;        // kanji taken before kana okurigana
-constexpr std::size_t kThaiMaxWords = 4;            // words a Thai dictionary match may span
+constexpr std::size_t kJapaneseMaxWord = 12;  // code points tried from the word's start
+constexpr std::size_t kJapaneseMaxStem = 4;   // kanji taken before kana okurigana
+constexpr std::size_t kThaiMaxWords = 4;      // words a Thai dictionary match may span
 
 bool isKana(char32_t c) {
-  return (c >= 0x3040 && c <= 0x30FF) || (c >= 0xFF66 && c <= 0xFF9D) || (c >= 0x31F0 && c <= 0x31FF);
+  return (c >= 0x3040 && c <= 0x30FF) || (c >= 0xFF66 && c <= 0xFF9D) ||
+         (c >= 0x31F0 && c <= 0x31FF);
 }
 
-bool isJapanese(char32_t c) { return text::isHan(c) || isKana(c) || c == kIterationMark; }
+bool isJapanese(char32_t c) {
+  return text::isHan(c) || isKana(c) || c == kIterationMark;
+}
 
 std::size_t codePointLength(std::u16string_view text, std::size_t i) {
   return text::codePointAt(text, i) > 0xFFFF ? 2 : 1;
@@ -53,14 +56,16 @@ std::string lowercased(std::string_view utf8Word) {
   return out;
 }
 
-std::string utf8(std::u16string_view s) { return text::toUtf8(s); }
+std::string utf8(std::u16string_view s) {
+  return text::toUtf8(s);
+}
 
 std::string sentenceAt(std::u16string_view text, std::size_t index) {
   return utf8(sentenceAround(text, static_cast<std::ptrdiff_t>(index)));
 }
 
-HoverResult wordResult(std::u16string_view text, std::size_t index, TextSpan span, Language language,
-                       std::vector<WordEntry> entries) {
+HoverResult wordResult(std::u16string_view text, std::size_t index, TextSpan span,
+                       Language language, std::vector<WordEntry> entries) {
   HoverResult::Word word;
   word.word = utf8(text.substr(span.start, span.length()));
   word.language = language;
@@ -89,11 +94,13 @@ std::optional<Language> WordChooser::detect(std::u16string_view text, std::ptrdi
   const char32_t c = text::codePointAt(text, at);
   if (text::isHan(c) || isKana(c) || c == kIterationMark) return decideHan(text, c, snapshot);
 
-  const bool anyOther = snapshot.fr || snapshot.en || snapshot.th || snapshot.ja || snapshot.ru ||
-                        snapshot.pl;
+  const bool anyOther =
+      snapshot.fr || snapshot.en || snapshot.th || snapshot.ja || snapshot.ru || snapshot.pl;
   if (!anyOther || !isLetter(c)) return std::nullopt;
-  if (c >= 0x0E00 && c <= 0x0E7F) return snapshot.th ? std::optional(Language::th) : skip(Language::th);
-  if (c >= 0x0400 && c <= 0x04FF) return snapshot.ru ? std::optional(Language::ru) : skip(Language::ru);
+  if (c >= 0x0E00 && c <= 0x0E7F)
+    return snapshot.th ? std::optional(Language::th) : skip(Language::th);
+  if (c >= 0x0400 && c <= 0x04FF)
+    return snapshot.ru ? std::optional(Language::ru) : skip(Language::ru);
   // Greek, Arabic, Hangul and the other scripts no studied language is written in would
   // otherwise fall through to the French and English dictionaries.
   UErrorCode status = U_ZERO_ERROR;
@@ -193,13 +200,17 @@ std::optional<HoverResult> WordChooser::lookup(std::u16string_view text, std::pt
   if (index < 0 || static_cast<std::size_t>(index) >= text.size()) return std::nullopt;
   const auto at = static_cast<std::size_t>(index);
   switch (language) {
-    case Language::zh: return chinese(text, at);
-    case Language::ja: return japanese(text, at);
-    case Language::th: return thai(text, at);
+    case Language::zh:
+      return chinese(text, at);
+    case Language::ja:
+      return japanese(text, at);
+    case Language::th:
+      return thai(text, at);
     case Language::fr:
     case Language::en:
     case Language::ru:
-    case Language::pl: return inflected(text, at, language, snapshot);
+    case Language::pl:
+      return inflected(text, at, language, snapshot);
   }
   return std::nullopt;
 }
@@ -224,13 +235,14 @@ std::optional<HoverResult> WordChooser::chinese(std::u16string_view text, std::s
 }
 
 std::optional<HoverResult::Chinese> WordChooser::guessName(std::u16string_view text,
-                                                          std::size_t index) const {
+                                                           std::size_t index) const {
   auto isNameCharacter = [&](std::size_t i) {
     const char16_t c = text[i];
     if (chinese::kNameCharacters.find(c) != std::u16string_view::npos) return true;
     if (!text::isHan(c)) return false;
     const std::u16string simplified = cedict_.convert(text.substr(i, 1), false);
-    return simplified.size() == 1 && chinese::kNameCharacters.find(simplified[0]) != std::u16string_view::npos;
+    return simplified.size() == 1 &&
+           chinese::kNameCharacters.find(simplified[0]) != std::u16string_view::npos;
   };
   if (index >= text.size() || !isNameCharacter(index)) return std::nullopt;
   // Every name character is in the Basic Multilingual Plane, so the run is walked unit by unit.
@@ -251,13 +263,16 @@ std::optional<HoverResult::Chinese> WordChooser::guessName(std::u16string_view t
   name.word = utf8(run);
   name.start = start;
   name.length = run.size();
-  name.entries.push_back(Entry{utf8(cedict_.convert(run, true)), utf8(cedict_.convert(run, false)),
-                               std::move(pinyin), {texts_.probableName}});
+  name.entries.push_back(Entry{utf8(cedict_.convert(run, true)),
+                               utf8(cedict_.convert(run, false)),
+                               std::move(pinyin),
+                               {texts_.probableName}});
   name.sentence = sentenceAt(text, index);
   return name;
 }
 
-std::optional<HoverResult> WordChooser::japanese(std::u16string_view text, std::size_t index) const {
+std::optional<HoverResult> WordChooser::japanese(std::u16string_view text,
+                                                 std::size_t index) const {
   auto token = WordTokenizer::tokenAt(text, static_cast<std::ptrdiff_t>(index), "ja");
   const WordDictionary* dictionary = data_.dictionary(Language::ja);
   if (!dictionary) {
@@ -289,11 +304,13 @@ std::optional<HoverResult> WordChooser::japanese(std::u16string_view text, std::
       for (const auto& candidate : candidates) {
         std::vector<WordEntry> entries = dictionary->lookup(utf8(candidate));
         if (entries.empty()) continue;
-        HoverResult result = wordResult(text, index, {start, *end}, Language::ja, std::move(entries));
+        HoverResult result =
+            wordResult(text, index, {start, *end}, Language::ja, std::move(entries));
         if (candidate != surface) {
           std::string form = utf8(candidate);
           std::string note = " → " + form + "  (" + texts_.dictionaryForm + ")";
-          std::get<HoverResult::Word>(result.value).base = BaseForm{std::move(form), std::move(note)};
+          std::get<HoverResult::Word>(result.value).base =
+              BaseForm{std::move(form), std::move(note)};
         }
         return result;
       }
@@ -322,7 +339,8 @@ std::optional<HoverResult> WordChooser::thai(std::u16string_view text, std::size
 }
 
 std::optional<HoverResult> WordChooser::inflected(std::u16string_view text, std::size_t index,
-                                                  Language language, const Snapshot& snapshot) const {
+                                                  Language language,
+                                                  const Snapshot& snapshot) const {
   std::optional<TextSpan> span;
   std::optional<std::string> elided;
   if (language == Language::fr) {
@@ -331,7 +349,8 @@ std::optional<HoverResult> WordChooser::inflected(std::u16string_view text, std:
       elided = utf8(elision->expanded);
     }
   }
-  if (!span) span = WordTokenizer::tokenAt(text, static_cast<std::ptrdiff_t>(index), languageCode(language));
+  if (!span)
+    span = WordTokenizer::tokenAt(text, static_cast<std::ptrdiff_t>(index), languageCode(language));
   if (!span) return std::nullopt;
 
   const std::string key = lowercased(text.substr(span->start, span->length()));

@@ -23,7 +23,9 @@ namespace vesko {
 // read on the main thread, hence atomic.
 class SkippedLanguage {
  public:
-  void set(Language language) { code_.store(static_cast<int>(language), std::memory_order_relaxed); }
+  void set(Language language) {
+    code_.store(static_cast<int>(language), std::memory_order_relaxed);
+  }
   void clear() { code_.store(kNone, std::memory_order_relaxed); }
   std::optional<Language> get() const {
     const int code = code_.load(std::memory_order_relaxed);

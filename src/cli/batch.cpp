@@ -6,7 +6,8 @@
 
 namespace vesko::cli {
 
-std::expected<std::u16string, Failure> stringField(const nlohmann::json& request, const char* name) {
+std::expected<std::u16string, Failure> stringField(const nlohmann::json& request,
+                                                   const char* name) {
   auto it = request.find(name);
   if (it == request.end() || !it->is_string())
     return std::unexpected(Failure{fmt::format("\"{}\" must be a string", name)});
@@ -15,7 +16,8 @@ std::expected<std::u16string, Failure> stringField(const nlohmann::json& request
   return *text;
 }
 
-std::expected<std::ptrdiff_t, Failure> integerField(const nlohmann::json& request, const char* name) {
+std::expected<std::ptrdiff_t, Failure> integerField(const nlohmann::json& request,
+                                                    const char* name) {
   auto it = request.find(name);
   if (it == request.end() || !it->is_number_integer())
     return std::unexpected(Failure{fmt::format("\"{}\" must be a whole number", name)});

@@ -2,11 +2,10 @@
 // Batch mode shared by the commands that answer many requests from one process: one JSON request
 // per line on standard input, one JSON answer per line out, flushed each time. Main thread only.
 
-#include <nlohmann/json.hpp>
-
 #include <cstddef>
 #include <expected>
 #include <iostream>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "cli/input.h"
@@ -38,6 +37,7 @@ int runBatch(Answer&& answer) {
 // A string member of a request, as UTF-16.
 std::expected<std::u16string, Failure> stringField(const nlohmann::json& request, const char* name);
 // A whole-number member of a request.
-std::expected<std::ptrdiff_t, Failure> integerField(const nlohmann::json& request, const char* name);
+std::expected<std::ptrdiff_t, Failure> integerField(const nlohmann::json& request,
+                                                    const char* name);
 
 }  // namespace vesko::cli

@@ -1,13 +1,13 @@
 #include "cli/look_command.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 
@@ -26,7 +26,9 @@ namespace {
 // The dictionaries of the languages other than Chinese, which reaches the CEDict directly. Each
 // language gets its data here as its dictionary is wired; until then its words are cut and shown
 // without entries.
-std::unique_ptr<LanguageData> languageData() { return std::make_unique<NoLanguageData>(); }
+std::unique_ptr<LanguageData> languageData() {
+  return std::make_unique<NoLanguageData>();
+}
 
 struct Options {
   bool json = false;
@@ -41,27 +43,44 @@ struct Options {
 };
 
 std::expected<Snapshot, Failure> snapshotOf(const std::vector<std::string>& langs,
-                                            const std::string& prefLatin, const std::string& prefHan,
-                                            bool conj) {
+                                            const std::string& prefLatin,
+                                            const std::string& prefHan, bool conj) {
   Snapshot snapshot;
   for (const auto& code : langs) {
     auto language = languageFromCode(code);
     if (!language)
-      return std::unexpected(Failure{fmt::format("unknown language \"{}\" (zh ja th fr en ru pl)", code)});
+      return std::unexpected(
+          Failure{fmt::format("unknown language \"{}\" (zh ja th fr en ru pl)", code)});
     switch (*language) {
-      case Language::zh: snapshot.zh = true; break;
-      case Language::ja: snapshot.ja = true; break;
-      case Language::th: snapshot.th = true; break;
-      case Language::fr: snapshot.fr = true; break;
-      case Language::en: snapshot.en = true; break;
-      case Language::ru: snapshot.ru = true; break;
-      case Language::pl: snapshot.pl = true; break;
+      case Language::zh:
+        snapshot.zh = true;
+        break;
+      case Language::ja:
+        snapshot.ja = true;
+        break;
+      case Language::th:
+        snapshot.th = true;
+        break;
+      case Language::fr:
+        snapshot.fr = true;
+        break;
+      case Language::en:
+        snapshot.en = true;
+        break;
+      case Language::ru:
+        snapshot.ru = true;
+        break;
+      case Language::pl:
+        snapshot.pl = true;
+        break;
     }
   }
   if (prefLatin != "fr" && prefLatin != "en")
-    return std::unexpected(Failure{fmt::format("the Latin preference must be fr or en, not \"{}\"", prefLatin)});
+    return std::unexpected(
+        Failure{fmt::format("the Latin preference must be fr or en, not \"{}\"", prefLatin)});
   if (prefHan != "zh" && prefHan != "ja")
-    return std::unexpected(Failure{fmt::format("the Han preference must be zh or ja, not \"{}\"", prefHan)});
+    return std::unexpected(
+        Failure{fmt::format("the Han preference must be zh or ja, not \"{}\"", prefHan)});
   snapshot.prefLatin = prefLatin;
   snapshot.prefHan = prefHan;
   snapshot.conj = conj;
@@ -87,30 +106,41 @@ nlohmann::json orNull(const std::optional<std::string>& value) {
   return value ? nlohmann::json(*value) : nlohmann::json(nullptr);
 }
 
-nlohmann::json resultJson(const std::optional<HoverResult>& result, const SkippedLanguage& skipped) {
+nlohmann::json resultJson(const std::optional<HoverResult>& result,
+                          const SkippedLanguage& skipped) {
   if (!result) {
     auto language = skipped.get();
-    return {{"kind", "none"},
-            {"skipped", language ? nlohmann::json(languageCode(*language)) : nlohmann::json(nullptr)}};
+    return {
+        {"kind", "none"},
+        {"skipped", language ? nlohmann::json(languageCode(*language)) : nlohmann::json(nullptr)}};
   }
   if (const auto* hit = result->chinese()) {
     nlohmann::json entries = nlohmann::json::array();
     for (const auto& entry : hit->entries) entries.push_back(entryJson(entry));
-    return {{"kind", "chinese"}, {"word", hit->word}, {"start", hit->start},
-            {"entries", std::move(entries)}, {"sentence", hit->sentence}};
+    return {{"kind", "chinese"},
+            {"word", hit->word},
+            {"start", hit->start},
+            {"entries", std::move(entries)},
+            {"sentence", hit->sentence}};
   }
   const auto& word = *result->word();
   nlohmann::json entries = nlohmann::json::array();
   for (const auto& entry : word.entries)
-    entries.push_back({{"headword", entry.headword}, {"reading", entry.reading}, {"defs", entry.defs}});
+    entries.push_back(
+        {{"headword", entry.headword}, {"reading", entry.reading}, {"defs", entry.defs}});
   std::optional<std::string> base, note;
   if (word.base) {
     base = word.base->word;
     if (!word.base->note.empty()) note = word.base->note;
   }
-  return {{"kind", "word"},          {"word", word.word},       {"lang", languageCode(word.language)},
-          {"start", word.start},     {"base", orNull(base)},    {"note", orNull(note)},
-          {"elided", orNull(word.elided)}, {"entries", std::move(entries)},
+  return {{"kind", "word"},
+          {"word", word.word},
+          {"lang", languageCode(word.language)},
+          {"start", word.start},
+          {"base", orNull(base)},
+          {"note", orNull(note)},
+          {"elided", orNull(word.elided)},
+          {"entries", std::move(entries)},
           {"sentence", word.sentence}};
 }
 
@@ -215,7 +245,8 @@ std::expected<std::string, Failure> requestString(const nlohmann::json& request,
                                                   const std::string& fallback) {
   auto it = request.find(name);
   if (it == request.end()) return fallback;
-  if (!it->is_string()) return std::unexpected(Failure{fmt::format("\"{}\" must be a string", name)});
+  if (!it->is_string())
+    return std::unexpected(Failure{fmt::format("\"{}\" must be a string", name)});
   return it->get<std::string>();
 }
 
@@ -255,8 +286,10 @@ int look(const Options& options) {
                              options.prefLatin, options.prefHan, !options.noConj);
   if (!snapshot) return fail(snapshot.error());
   auto result = read(*text, static_cast<std::ptrdiff_t>(*index), *snapshot);
-  if (options.json) std::cout << dump(resultJson(result, skipped)) << '\n';
-  else std::cout << card(result, skipped);
+  if (options.json)
+    std::cout << dump(resultJson(result, skipped)) << '\n';
+  else
+    std::cout << card(result, skipped);
   return 0;
 }
 
@@ -264,14 +297,18 @@ int look(const Options& options) {
 
 void addLookCommand(CLI::App& app, int& exitCode) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = app.add_subcommand("look", "The word at a UTF-16 index, in any studied language");
+  CLI::App* command =
+      app.add_subcommand("look", "The word at a UTF-16 index, in any studied language");
   command->add_flag("--json", options->json, "Write JSON");
   command->add_flag("--batch", options->batch,
                     "Read {\"text\",\"index\"} JSON lines from stdin (optionally \"langs\", "
                     "\"prefLatin\", \"prefHan\")");
-  command->add_option("--langs", options->langs, "Studied languages, e.g. zh,ja,th,fr,en,ru,pl (default: all)");
-  command->add_option("--pref-latin", options->prefLatin, "fr or en: wins a Latin word when both are studied");
-  command->add_option("--pref-han", options->prefHan, "zh or ja: wins Han-only text when both are studied");
+  command->add_option("--langs", options->langs,
+                      "Studied languages, e.g. zh,ja,th,fr,en,ru,pl (default: all)");
+  command->add_option("--pref-latin", options->prefLatin,
+                      "fr or en: wins a Latin word when both are studied");
+  command->add_option("--pref-han", options->prefHan,
+                      "zh or ja: wins Han-only text when both are studied");
   command->add_flag("--no-conj", options->noConj, "Do not show conjugation");
   command->add_option("--cedict", options->files.cedict, "Dictionary file in the CC-CEDICT layout");
   command->add_option("--unihan", options->files.unihan, "Single-character supplement (TSV)");

@@ -18,7 +18,8 @@ using testing::FakeHeadwords;
 using testing::FakeLanguageData;
 using testing::FakeRecognizer;
 
-Snapshot studying(std::string_view languages, std::string prefLatin = "fr", std::string prefHan = "zh") {
+Snapshot studying(std::string_view languages, std::string prefLatin = "fr",
+                  std::string prefHan = "zh") {
   Snapshot snapshot;
   snapshot.zh = languages.find("zh") != std::string_view::npos;
   snapshot.ja = languages.find("ja") != std::string_view::npos;
@@ -77,13 +78,37 @@ TEST_F(LanguageDecisionTest, EveryBranch) {
       {"Han, Japanese only", "我学习", "学", "ja", "fr", "zh", {}, "ja", ""},
       {"Han, both, prefer Chinese", "我学习", "学", "zh,ja", "fr", "zh", {}, "zh", ""},
       {"Han, both, prefer Japanese", "我学习", "学", "zh,ja", "fr", "ja", {}, "ja", ""},
-      {"one kana anywhere sends Han to Japanese", "学习する", "学", "zh,ja", "fr", "zh", {}, "ja", ""},
+      {"one kana anywhere sends Han to Japanese",
+       "学习する",
+       "学",
+       "zh,ja",
+       "fr",
+       "zh",
+       {},
+       "ja",
+       ""},
       {"kana under the pointer", "すし", "す", "zh,ja", "fr", "zh", {}, "ja", ""},
       {"half-width katakana", "ｽｼ", "ｽ", "ja", "fr", "zh", {}, "ja", ""},
-      {"kana without Japanese is skipped as Chinese", "すし", "す", "zh,fr", "fr", "zh", {}, "", "zh"},
+      {"kana without Japanese is skipped as Chinese",
+       "すし",
+       "す",
+       "zh,fr",
+       "fr",
+       "zh",
+       {},
+       "",
+       "zh"},
       {"Han studied nowhere", "学习", "学", "fr", "fr", "zh", {}, "", "zh"},
       {"iteration mark with Japanese", "人々", "々", "ja", "fr", "zh", {}, "ja", ""},
-      {"iteration mark without Japanese is no ideograph", "人々", "々", "zh", "fr", "zh", {}, "", "zh"},
+      {"iteration mark without Japanese is no ideograph",
+       "人々",
+       "々",
+       "zh",
+       "fr",
+       "zh",
+       {},
+       "",
+       "zh"},
       {"Han outside the BMP", "𠀀", "𠀀", "zh", "fr", "zh", {}, "zh", ""},
       {"Latin with only Chinese studied", "cat", "c", "zh", "fr", "zh", {}, "", ""},
       {"a digit is no letter", "a 12", "1", "fr,en", "fr", "zh", {}, "", ""},
@@ -99,12 +124,33 @@ TEST_F(LanguageDecisionTest, EveryBranch) {
       {"na zdrowie has no diacritic", "na zdrowie", "z", "en", "fr", "zh", {}, "en", ""},
       {"Polish headword only", "kot", "k", "pl,en", "fr", "zh", {}, "pl", ""},
       {"Polish and English headword", "to", "t", "pl,en", "fr", "zh", {}, "en", ""},
-      {"Polish by the recogniser", "Wczoraj byliśmy w kinie z kolegami", "kinie", "pl,en", "fr", "zh",
-       {{"pl", 0.85}}, "pl", ""},
-      {"recogniser not sure enough", "Wczoraj byliśmy w kinie z kolegami", "kinie", "pl,en", "fr",
-       "zh", {{"pl", 0.79}}, "en", ""},
-      {"sentence too short for the recogniser", "w kinie", "kinie", "pl,en", "fr", "zh",
-       {{"pl", 0.99}}, "en", ""},
+      {"Polish by the recogniser",
+       "Wczoraj byliśmy w kinie z kolegami",
+       "kinie",
+       "pl,en",
+       "fr",
+       "zh",
+       {{"pl", 0.85}},
+       "pl",
+       ""},
+      {"recogniser not sure enough",
+       "Wczoraj byliśmy w kinie z kolegami",
+       "kinie",
+       "pl,en",
+       "fr",
+       "zh",
+       {{"pl", 0.79}},
+       "en",
+       ""},
+      {"sentence too short for the recogniser",
+       "w kinie",
+       "kinie",
+       "pl,en",
+       "fr",
+       "zh",
+       {{"pl", 0.99}},
+       "en",
+       ""},
       {"elision, French studied", "l'avion", "a", "fr,en", "fr", "zh", {}, "fr", ""},
       {"elision, only English studied", "l'avion", "v", "en", "fr", "zh", {}, "", "fr"},
       {"c'mon is no elision", "c'mon", "m", "fr,en", "fr", "zh", {}, "en", ""},
@@ -113,10 +159,24 @@ TEST_F(LanguageDecisionTest, EveryBranch) {
       {"both, English headword", "the house", "house", "fr,en", "fr", "zh", {}, "en", ""},
       {"both, French headword", "la maison", "m", "fr,en", "en", "zh", {}, "fr", ""},
       {"both, headword in both, preference", "the", "t", "fr,en", "en", "zh", {}, "en", ""},
-      {"both, unknown word, confident guess", "zorglub is what they kept saying all day", "z",
-       "fr,en", "fr", "zh", {{"en", 0.95}, {"fr", 0.05}}, "en", ""},
-      {"both, unknown word, short text keeps preference", "zorglub", "z", "fr,en", "fr", "zh",
-       {{"en", 0.95}, {"fr", 0.05}}, "fr", ""},
+      {"both, unknown word, confident guess",
+       "zorglub is what they kept saying all day",
+       "z",
+       "fr,en",
+       "fr",
+       "zh",
+       {{"en", 0.95}, {"fr", 0.05}},
+       "en",
+       ""},
+      {"both, unknown word, short text keeps preference",
+       "zorglub",
+       "z",
+       "fr,en",
+       "fr",
+       "zh",
+       {{"en", 0.95}, {"fr", 0.05}},
+       "fr",
+       ""},
       {"neither studied, English headword", "house", "h", "th", "fr", "zh", {}, "", "en"},
       {"neither studied, French headword", "maison", "m", "ru", "fr", "zh", {}, "", "fr"},
       {"neither studied, guess", "zorglub", "z", "ja", "en", "zh", {}, "", "en"},
@@ -127,7 +187,8 @@ TEST_F(LanguageDecisionTest, EveryBranch) {
     skipped_.clear();
     const std::u16string text = *text::fromUtf8(row.text);
     const std::ptrdiff_t index = row.at[0] ? indexOf(text, row.at) : -1;
-    auto language = chooser_.detect(text, index, studying(row.languages, row.prefLatin, row.prefHan));
+    auto language =
+        chooser_.detect(text, index, studying(row.languages, row.prefLatin, row.prefHan));
     EXPECT_EQ(language ? languageCode(*language) : "", std::string_view(row.expected));
     auto skipped = skipped_.get();
     EXPECT_EQ(skipped ? languageCode(*skipped) : "", std::string_view(row.skipped));
@@ -175,8 +236,8 @@ TEST_F(LanguageDecisionTest, HeadwordTest) {
     const char* expected;
   };
   const Row rows[] = {
-      {u"cat", "en"}, {u"CAT", "en"}, {u"maison", "fr"}, {u"Maison", "fr"},
-      {u"the", ""},   {u"zorglub", ""}, {u"a", ""},       {u"", ""},
+      {u"cat", "en"}, {u"CAT", "en"},   {u"maison", "fr"}, {u"Maison", "fr"},
+      {u"the", ""},   {u"zorglub", ""}, {u"a", ""},        {u"", ""},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(text::toUtf8(row.word));

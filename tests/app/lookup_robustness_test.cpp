@@ -76,7 +76,8 @@ int main(int argc, char** argv) {
   for (long n = 0; n < count; ++n) {
     std::u16string text;
     for (int i = pieces(random); i > 0; --i) text += kPieces[piece(random)];
-    std::uniform_int_distribution<std::ptrdiff_t> at(-3, static_cast<std::ptrdiff_t>(text.size()) + 3);
+    std::uniform_int_distribution<std::ptrdiff_t> at(-3,
+                                                     static_cast<std::ptrdiff_t>(text.size()) + 3);
     const std::ptrdiff_t index = at(random);
     vesko::Snapshot snapshot;
     snapshot.zh = bit(random);
@@ -102,7 +103,8 @@ int main(int argc, char** argv) {
         return 1;
       }
     }
-    auto sentence = vesko::sentenceForWord(text.substr(0, std::min<std::size_t>(text.size(), 3)), text);
+    auto sentence =
+        vesko::sentenceForWord(text.substr(0, std::min<std::size_t>(text.size(), 3)), text);
     if (sentence.size() > text.size() + 2) {
       std::fprintf(stderr, "case %ld: sentence longer than its text\n", n);
       return 1;

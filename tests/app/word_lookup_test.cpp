@@ -18,7 +18,9 @@ using testing::FakeConjugator;
 using testing::FakeDictionary;
 using testing::FakeLanguageData;
 
-std::u16string u16(std::string_view s) { return *text::fromUtf8(s); }
+std::u16string u16(std::string_view s) {
+  return *text::fromUtf8(s);
+}
 
 std::ptrdiff_t indexOf(const std::u16string& text, std::string_view at) {
   return static_cast<std::ptrdiff_t>(text.find(u16(at)));
@@ -28,21 +30,27 @@ class WordLookupTest : public ::testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(cedict_.load(testing::testData("cedict_names.txt"), ""));
-    japanese_.add("食べる", "to eat", "たべる").add("行く", "to go", "いく").add("人人", "everyone")
-        .add("日本", "Japan", "にほん").add("学生", "student", "がくせい");
+    japanese_.add("食べる", "to eat", "たべる")
+        .add("行く", "to go", "いく")
+        .add("人人", "everyone")
+        .add("日本", "Japan", "にほん")
+        .add("学生", "student", "がくせい");
     french_.add("école", "school").add("manger", "to eat").add("il", "he");
     frenchConjugator_.add("mangeons", "manger", "présent, 1re personne du pluriel");
     english_.add("run", "to run");
     englishConjugator_.add("ran", "run", "past tense");
     russian_.add("привет", "hello");
     thai_.add("ข้าวผัด", "fried rice").add("ข้าว", "rice");
-    data_.dictionaries = {{Language::ja, &japanese_}, {Language::fr, &french_},
-                          {Language::en, &english_}, {Language::ru, &russian_}};
+    data_.dictionaries = {{Language::ja, &japanese_},
+                          {Language::fr, &french_},
+                          {Language::en, &english_},
+                          {Language::ru, &russian_}};
     data_.conjugators = {{Language::fr, &frenchConjugator_}, {Language::en, &englishConjugator_}};
     snapshot_.zh = snapshot_.ja = snapshot_.fr = snapshot_.en = snapshot_.th = snapshot_.ru = true;
   }
 
-  std::optional<HoverResult> look(const std::u16string& text, std::string_view at, Language language) {
+  std::optional<HoverResult> look(const std::u16string& text, std::string_view at,
+                                  Language language) {
     return chooser_.lookup(text, indexOf(text, at), language, snapshot_);
   }
 
@@ -66,12 +74,14 @@ TEST_F(WordLookupTest, Chinese) {
   };
   const Row rows[] = {
       {"我学习。你呢", "习", "学习", 1, "xue2 xi2", "to learn"},
-      {"我說喬納森是", "納", "喬納森", 2, "qiao2 na4 sen1", "nom propre (translittération probable)"},
-      {"我说乔纳森是", "乔", "乔纳森", 2, "qiao2 na4 sen1", "nom propre (translittération probable)"},
-      {"我和马克思", "克", "马克思", 2, "Ma3 ke4 si1", "Marx"},   // a dictionary word, not a name
-      {"我马是", "马", "马", 1, "ma3", "horse"},                  // one name character is no name
+      {"我說喬納森是", "納", "喬納森", 2, "qiao2 na4 sen1",
+       "nom propre (translittération probable)"},
+      {"我说乔纳森是", "乔", "乔纳森", 2, "qiao2 na4 sen1",
+       "nom propre (translittération probable)"},
+      {"我和马克思", "克", "马克思", 2, "Ma3 ke4 si1", "Marx"},  // a dictionary word, not a name
+      {"我马是", "马", "马", 1, "ma3", "horse"},                 // one name character is no name
       {"我是", "是", "是", 1, "shi4", "to be"},
-      {"我鬱", "鬱", "", 0, "", ""},                            // not in the dictionary
+      {"我鬱", "鬱", "", 0, "", ""},  // not in the dictionary
       {"我们", "们", "", 0, "", ""},
   };
   for (const auto& row : rows) {
@@ -150,11 +160,11 @@ TEST_F(WordLookupTest, OtherLanguages) {
       {"Voici l'école.", "l'", Language::fr, "école", "école", "", "le"},
       {"Nous mangeons.", "mangeons", Language::fr, "mangeons", "manger", "manger", ""},
       {"s'il vient", "il", Language::fr, "il", "il", "", "si"},
-      {"Voici la gare.", "gare", Language::fr, "", "", "", ""},   // a dictionary miss
+      {"Voici la gare.", "gare", Language::fr, "", "", "", ""},  // a dictionary miss
       {"He ran home.", "ran", Language::en, "ran", "run", "run", ""},
       {"Run!", "R", Language::en, "Run", "run", "", ""},
       {"Привет, мир", "ри", Language::ru, "Привет", "привет", "", ""},
-      {"Cześć", "C", Language::pl, "Cześć", "", "", ""},          // no Polish dictionary yet
+      {"Cześć", "C", Language::pl, "Cześć", "", "", ""},  // no Polish dictionary yet
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.text) + " @" + row.at);

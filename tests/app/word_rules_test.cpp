@@ -18,25 +18,29 @@
 namespace vesko {
 namespace {
 
-std::string u8(std::u16string_view s) { return text::toUtf8(s); }
-std::u16string u16(std::string_view s) { return *text::fromUtf8(s); }
+std::string u8(std::u16string_view s) {
+  return text::toUtf8(s);
+}
+std::u16string u16(std::string_view s) {
+  return *text::fromUtf8(s);
+}
 
 TEST(FrenchElisionTest, Table) {
   struct Row {
     const char* text;
     std::size_t index;
-    const char* word;      // "" when the rule finds nothing
+    const char* word;  // "" when the rule finds nothing
     const char* expanded;
   };
   const Row rows[] = {
       {"l'école", 2, "école", "le"},
-      {"l'école", 0, "école", "le"},           // on the elided letter
-      {"L’École", 3, "École", "le"},           // right single quotation mark, capitals
+      {"l'école", 0, "école", "le"},  // on the elided letter
+      {"L’École", 3, "École", "le"},  // right single quotation mark, capitals
       {"s'ils", 3, "ils", "si"},
       {"s'il", 0, "il", "si"},
       {"S'IL", 3, "IL", "si"},
       {"s'est", 2, "est", "se"},
-      {"s'ilote", 2, "ilote", "se"},           // only "il" and "ils" make "si"
+      {"s'ilote", 2, "ilote", "se"},  // only "il" and "ils" make "si"
       {"c'mon", 3, "", ""},
       {"C'mon", 0, "", ""},
       {"c'est", 3, "est", "ce"},
@@ -50,8 +54,8 @@ TEST(FrenchElisionTest, Table) {
       {"l'", 0, "", ""},
       {"l'2", 0, "", ""},
       {"l' école", 3, "", ""},
-      {"l'école", 1, "", ""},                 // the apostrophe is no letter
-      {"l'école", 7, "", ""},                 // past the end
+      {"l'école", 1, "", ""},  // the apostrophe is no letter
+      {"l'école", 7, "", ""},  // past the end
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.text) + " @" + std::to_string(row.index));
@@ -155,12 +159,10 @@ TEST(JapaneseFormsTest, IterationMarks) {
     const char16_t* expected;
   };
   const Row rows[] = {
-      {u"人々", 0, 2, u"人人"},
-      {u"時々刻々", 0, 4, u"時時刻刻"},
-      {u"人々々", 0, 3, u"人人人"},
-      {u"々人", 0, 2, u"々人"},           // nothing before it: it stays
-      {u"人々", 1, 2, u"人"},             // the character before lies outside the range
-      {u"𠀀々", 0, 3, u"𠀀𠀀"},            // a character outside the BMP is copied whole
+      {u"人々", 0, 2, u"人人"},     {u"時々刻々", 0, 4, u"時時刻刻"},
+      {u"人々々", 0, 3, u"人人人"}, {u"々人", 0, 2, u"々人"},  // nothing before it: it stays
+      {u"人々", 1, 2, u"人"},    // the character before lies outside the range
+      {u"𠀀々", 0, 3, u"𠀀𠀀"},  // a character outside the BMP is copied whole
       {u"人々", 2, 2, u""},
   };
   for (const auto& row : rows) {

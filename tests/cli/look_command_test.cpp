@@ -1,10 +1,10 @@
 // Runs `vesko look` as a user's script would and reads what it prints.
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 #include <sys/wait.h>
 
 #include <cstdio>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -69,14 +69,15 @@ TEST(LookCommandTest, JsonContract) {
 }
 
 TEST(LookCommandTest, BatchAnswersEveryLineAndSurvivesBadOnes) {
-  auto run = vesko("--batch",
-                   "{\"text\":\"我学习\",\"index\":1}\n"
-                   "not json\n"
-                   "{\"text\":\"l'avion\",\"index\":3,\"langs\":\"en\"}\n"
-                   "{\"text\":\"l'avion\",\"index\":3,\"langs\":[\"fr\"]}\n"
-                   "{\"text\":\"x\"}\n"
-                   "{\"text\":\"x\",\"index\":0,\"langs\":\"xx\"}\n"
-                   "{\"text\":\"the house\",\"index\":4,\"langs\":\"fr,en\",\"prefLatin\":\"en\"}\n");
+  auto run =
+      vesko("--batch",
+            "{\"text\":\"我学习\",\"index\":1}\n"
+            "not json\n"
+            "{\"text\":\"l'avion\",\"index\":3,\"langs\":\"en\"}\n"
+            "{\"text\":\"l'avion\",\"index\":3,\"langs\":[\"fr\"]}\n"
+            "{\"text\":\"x\"}\n"
+            "{\"text\":\"x\",\"index\":0,\"langs\":\"xx\"}\n"
+            "{\"text\":\"the house\",\"index\":4,\"langs\":\"fr,en\",\"prefLatin\":\"en\"}\n");
   ASSERT_EQ(run.status, 0);
   std::istringstream lines(run.out);
   std::vector<json> replies;

@@ -63,7 +63,8 @@ class FakeRecognizer final : public LanguageRecognizer {
   std::vector<LanguageGuess> guesses;
   mutable int calls = 0;
 
-  std::vector<LanguageGuess> hypotheses(std::string_view, std::span<const std::string_view> candidates,
+  std::vector<LanguageGuess> hypotheses(std::string_view,
+                                        std::span<const std::string_view> candidates,
                                         std::size_t maximum) const override {
     ++calls;
     std::vector<LanguageGuess> out;
