@@ -142,7 +142,9 @@ TEST(JapaneseFormsTest, Candidates) {
     }
     for (const char* unexpected : row.never)
       EXPECT_EQ(std::find(words.begin(), words.end(), unexpected), words.end()) << unexpected;
-    if (row.inOrder.empty() && std::string_view(row.surface) == "猫") EXPECT_TRUE(words.empty());
+    if (row.inOrder.empty() && std::string_view(row.surface) == "猫") {
+      EXPECT_TRUE(words.empty());
+    }
   }
   // The first two candidates of a progressive form are its te-form and then the verb.
   auto progressive = japaneseCandidates(u"食べていました");
@@ -175,7 +177,9 @@ TEST(JapaneseFormsTest, TablesHaveNoEmptyEndingsAndGodanRowsAreDistinct) {
   for (const auto& rule : japanese::kFormRules) {
     SCOPED_TRACE(u8(rule.removed));
     EXPECT_FALSE(rule.removed.empty());
-    if (rule.then == japanese::Then::addEndings) EXPECT_FALSE(rule.endings[0].empty());
+    if (rule.then == japanese::Then::addEndings) {
+      EXPECT_FALSE(rule.endings[0].empty());
+    }
   }
   for (std::size_t i = 0; i < std::size(japanese::kGodanRows); ++i)
     for (std::size_t j = i + 1; j < std::size(japanese::kGodanRows); ++j)
