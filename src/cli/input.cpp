@@ -11,6 +11,11 @@
 
 namespace vesko::cli {
 
+int fail(const Failure& failure) {
+  std::cerr << "vesko: " << failure.message << '\n';
+  return 2;
+}
+
 std::expected<std::u16string, Failure> readText(const std::string& argument) {
   std::string bytes = argument;
   if (argument == "-") {

@@ -17,6 +17,9 @@ struct Failure {
   std::string message;
 };
 
+// Prints "vesko: " and the message on stderr; returns the exit code 2.
+int fail(const Failure& failure);
+
 // The TEXT argument as UTF-16; "-" reads standard input, without its final line break.
 std::expected<std::u16string, Failure> readText(const std::string& argument);
 std::expected<long long, Failure> parseInteger(std::string_view text, std::string_view what);

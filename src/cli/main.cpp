@@ -7,6 +7,7 @@
 #include <iostream>
 #include <string>
 
+#include "cli/look_command.h"
 #include "cli/zh_command.h"
 #include "settings/credits.h"
 
@@ -17,6 +18,7 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
   int exitCode = 0;
   vesko::cli::addZhCommands(app, exitCode);
+  vesko::cli::addLookCommand(app, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "cli/batch.h"
 #include "cli/input.h"
 #include "cli/zh_output.h"
 #include "dict/pinyin.h"
@@ -30,43 +31,7 @@ void addCommon(CLI::App* command, Options& options) {
   command->add_option("--unihan", options.files.unihan, "Single-character supplement (TSV)");
 }
 
-int fail(const Failure& failure) {
-  std::cerr << "vesko: " << failure.message << '\n';
-  return 2;
-}
-
 void print(const nlohmann::json& value) { std::cout << dump(value) << '\n'; }
-
-// Batch mode: one JSON request per line in, one JSON answer per line out, flushed each time, so
-// that a script keeps one process and one loaded dictionary. A bad line answers an error and the
-// loop goes on.
-template <typename Answer>
-int runBatch(Answer&& answer) {
-  std::string line;
-  while (std::getline(std::cin, line)) {
-    if (line.ends_with('\r')) line.pop_back();
-    if (line.find_first_not_of(" \t") == std::string::npos) continue;
-    nlohmann::json reply;
-    nlohmann::json request = nlohmann::json::parse(line, nullptr, false);
-    if (request.is_discarded() || !request.is_object()) {
-      reply = {{"error", "not a JSON object"}};
-    } else {
-      auto result = answer(request);
-      reply = result ? std::move(*result) : nlohmann::json{{"error", result.error().message}};
-    }
-    std::cout << dump(reply) << std::endl;
-  }
-  return 0;
-}
-
-std::expected<std::u16string, Failure> stringField(const nlohmann::json& request, const char* name) {
-  auto it = request.find(name);
-  if (it == request.end() || !it->is_string())
-    return std::unexpected(Failure{fmt::format("\"{}\" must be a string", name)});
-  auto text = text::fromUtf8(it->get_ref<const std::string&>());
-  if (!text) return std::unexpected(Failure{fmt::format("\"{}\" is not valid UTF-8", name)});
-  return *text;
-}
 
 int lookup(const Options& options) {
   auto dictionary = loadDictionary(options.files);
@@ -96,10 +61,9 @@ int wordAt(const Options& options) {
     return runBatch([&](const nlohmann::json& request) -> std::expected<nlohmann::json, Failure> {
       auto text = stringField(request, "text");
       if (!text) return std::unexpected(text.error());
-      auto index = request.find("index");
-      if (index == request.end() || !index->is_number_integer())
-        return std::unexpected(Failure{"\"index\" must be a whole number"});
-      return wordMatchJson(dict.wordAt(*text, index->get<std::ptrdiff_t>()));
+      auto index = integerField(request, "index");
+      if (!index) return std::unexpected(index.error());
+      return wordMatchJson(dict.wordAt(*text, *index));
     });
   }
   auto index = parseInteger(options.index, "--index");

@@ -70,6 +70,14 @@ nlohmann::json entryJson(const EntryRef& entry) {
           {"defs", std::move(defs)}};
 }
 
+nlohmann::json entryJson(const Entry& entry) {
+  return {{"trad", entry.trad},
+          {"simp", entry.simp},
+          {"pinyin", entry.pinyin},
+          {"marked", Pinyin::marked(entry.pinyin)},
+          {"defs", entry.defs}};
+}
+
 nlohmann::json entriesJson(const Entries& entries) {
   nlohmann::json out = nlohmann::json::array();
   for (EntryRef entry : entries) out.push_back(entryJson(entry));

@@ -13,6 +13,7 @@
 namespace vesko::cli {
 
 nlohmann::json entryJson(const EntryRef& entry);
+nlohmann::json entryJson(const Entry& entry);
 nlohmann::json entriesJson(const Entries& entries);
 nlohmann::json wordMatchJson(const std::optional<WordMatch>& match);
 nlohmann::json pinyinJson(std::string_view numbered);
