@@ -8,8 +8,13 @@
 #include <string>
 
 #include "cli/look_command.h"
+#include "cli/settings_command.h"
 #include "cli/zh_command.h"
+#include "settings/clock.h"
 #include "settings/credits.h"
+#include "settings/environment.h"
+#include "settings/folders.h"
+#include "settings/settings.h"
 
 int main(int argc, char** argv) {
   CLI::App app{"Vesko: a reading assistant for language learners"};
@@ -17,8 +22,17 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   app.set_version_flag("--version", std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
   int exitCode = 0;
+  const vesko::SystemClock clock;
+  const auto folders = vesko::Folders::fromEnvironment(vesko::processEnvironment());
+  vesko::Settings settings(folders.settingsFile(), clock);
+  if (auto kept = settings.setAsideFile())
+    std::cerr << "vesko: " << settings.file().string() << " could not be read; it was kept as "
+              << kept->string() << " and the defaults apply\n";
   vesko::cli::addZhCommands(app, exitCode);
   vesko::cli::addLookCommand(app, exitCode);
+  vesko::cli::addConfigCommands(app, settings, exitCode);
+  vesko::cli::addTrCommand(app, settings, exitCode);
+  vesko::cli::addLogCommands(app, folders, clock, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";

@@ -1,0 +1,144 @@
+// Interface texts in English: the French text the program shows → its translation.
+// One row per text; every table has a row for every text, with the same placeholders
+// (%d, %@, %%). tests/settings/loc_table_test.cpp checks both, and that every text the
+// code hands to Loc::t has a row.
+
+#include "settings/loc_rows.h"
+
+namespace vesko::loc_rows {
+namespace {
+
+// clang-format off
+constexpr LocRow kRows[] = {
+  // The hover, the status item and the word chooser
+  {"Au simple survol", "On hover"},
+  {"Avec la touche maintenue", "While holding the key"},
+  {"n'est pas dans « Tes langues » : Réglages → Langues", "is not in “Your languages”: Settings → Languages"},
+  {"se lit en maintenant la touche", "is read while the key is held"},
+  {"activée (clic : Réglages · clic droit : menu · ⌥X : éteindre)", "on (click: Settings · right-click: menu · ⌥X: turn off)"},
+  {"désactivée (clic : Réglages · clic droit : menu · ⌥X : allumer)", "off (click: Settings · right-click: menu · ⌥X: turn on)"},
+  {"Vesko : autorise l'« Enregistrement de l'écran » (Réglages)", "Vesko: allow “Screen Recording” (Settings)"},
+  {"forme du dictionnaire", "dictionary form"},
+  {"nom propre (translittération probable)", "proper name (likely a transliteration)"},
+
+  // AI providers and the messages that stand in for an answer
+  {"IA d'Apple, hors ligne", "Apple's AI, offline"},
+  {"IA locale, hors ligne", "Local AI, offline"},
+  {"IA Vesko", "Vesko AI"},
+  {"L'IA est en pause pour le moment. Réessaie plus tard.", "The AI is paused for now. Try again later."},
+  {"Il manque la clé", "Missing key for"},
+  {"dans Réglages → IA.", "in Settings → AI."},
+  {"L'IA d'Apple n'est pas disponible sur ce Mac : choisis Claude ou DeepSeek dans Réglages → IA.", "Apple's AI isn't available on this Mac: choose Claude or DeepSeek in Settings → AI."},
+  {"L'IA d'Apple n'est pas disponible.", "Apple's AI isn't available."},
+  {"Ajoute ta clé Claude dans Réglages → IA.", "Add your Claude key in Settings → AI."},
+  {"Ajoute ta clé ChatGPT (OpenAI) dans Réglages → IA.", "Add your ChatGPT (OpenAI) key in Settings → AI."},
+  {"Ajoute ta clé DeepSeek dans Réglages → IA.", "Add your DeepSeek key in Settings → AI."},
+  {"Service injoignable. En Chine, Claude et ChatGPT sont bloqués : choisis DeepSeek dans Réglages → IA.", "Can't reach the service. In China, Claude and ChatGPT are blocked: choose DeepSeek in Settings → AI."},
+  {"Pas de connexion internet ou service injoignable.", "No internet connection, or the service can't be reached."},
+  {"erreur", "error"},
+  {"Le service a refusé la demande :", "The service refused the request:"},
+  {"%@ est surchargé en ce moment. Réessaie dans une minute, ou choisis une autre IA dans Réglages → IA.", "%@ is overloaded right now. Try again in a minute, or choose another AI in Settings → AI."},
+  {"Réponse vide.", "Empty answer."},
+  {"IA Vesko ne répond pas pour le moment. Réessaie dans un instant.", "Vesko AI isn't answering right now. Try again in a moment."},
+  {"L'IA n'a pas pu répondre.", "The AI couldn't answer."},
+
+  // Section titles of AI answers (the parser finds them again: distinct within a language)
+  {"Structure", "Structure"},
+  {"Expression", "Expression"},
+  {"Termes", "Terms"},
+  {"Origine", "Origin"},
+  {"Grammaire", "Grammar"},
+  {"Nuance", "Nuance"},
+  {"Sens littéral", "Literal meaning"},
+  {"Sens", "Meaning"},
+  {"Caractères", "Characters"},
+  {"Famille", "Family"},
+  {"Ici", "Here"},
+  {"Exemple", "Example"},
+  {"Phrase", "Sentence"},
+  {"Mot", "Word"},
+  {"Morceaux", "Pieces"},
+
+  // Languages named in French
+  {"français", "French"},
+  {"anglais", "English"},
+  {"chinois simplifié", "Simplified Chinese"},
+  {"chinois traditionnel (Taïwan)", "Traditional Chinese (Taiwan)"},
+  {"russe", "Russian"},
+  {"polonais", "Polish"},
+  {"thaï", "Thai"},
+  {"japonais", "Japanese"},
+
+  // The popup's AI actions
+  {"C'est quoi ?", "What is it?"},
+  {"Synonymes et contraires", "Synonyms and opposites"},
+  {"Décortiquer", "Break down"},
+  {"Corriger", "Correct"},
+  {"Corriger une phrase", "Correct a sentence"},
+  {"Erreur ? Redemander", "Wrong? Ask again"},
+  {"Qu'est-ce qui ne va pas ? (facultatif)", "What's wrong? (optional)"},
+  {"La réponse est fausse : elle est oubliée (termes compris) et l'IA recommence avec un modèle plus solide.", "The answer is wrong: it has been discarded (terms included) and the AI is trying again with a stronger model."},
+  {"Plus petits morceaux", "Smallest pieces"},
+  {"Garder ce morceau dans mes mots", "Keep this piece in my words"},
+
+  // AI usage
+  {"Ce que tu consommes (estimation)", "What you use (estimate)"},
+  {"IA aujourd'hui", "AI today"},
+  {"IA ce mois-ci", "AI this month"},
+  {"IA le mois dernier", "AI last month"},
+  {"Calculé avec les prix publics des fournisseurs, à partir de ce que chaque réponse indique. Le chiffre exact est sur leur site.", "Worked out from the providers' public prices and what each answer reports. The exact figure is on their website."},
+  {"rien pour l'instant", "nothing yet"},
+  {"(prix fondateur)", "(founder price)"},
+
+  // AI models
+  {"Réglages → IA → Modèles", "Settings → AI → Models"},
+  {"Charger la liste", "Load the list"},
+  {"Liste indisponible : vérifie la clé et la connexion.", "List unavailable: check the key and the connection."},
+  {"Modèle IA mis à jour :", "AI model updated:"},
+  {"Ce modèle n'existe plus chez le fournisseur : choisis-en un autre dans Réglages → IA → Modèles.", "The provider no longer offers this model: choose another one in Settings → AI → Models."},
+
+  // Kept words
+  {"Garder ce mot (export CSV / Anki dans les Réglages)", "Keep this word (CSV / Anki export in Settings)"},
+  {"Encore une fois : compteur +1", "Again: counter +1"},
+  {"Retirer des mots enregistrés", "Remove from saved words"},
+  {"sens n° %d, gardé avec cette phrase", "sense no. %d, kept with this sentence"},
+  {"Je connais · À apprendre · Pas utile", "I know it · To learn · Not useful"},
+  {"Je connais", "I know it"},
+  {"À apprendre", "To learn"},
+  {"Pas utile", "Not useful"},
+  {"Un fichier de données était illisible ; une copie a été gardée :", "A data file could not be read; a copy was kept:"},
+
+  // Review
+  {"⚪ nouveau → 🔴 → 🟠 → 🟡 → 🟢 → 🔵 acquis", "⚪ new → 🔴 → 🟠 → 🟡 → 🟢 → 🔵 learned"},
+  {"acquis", "learned"},
+  {"Nouveau : pas encore relu", "New: not reviewed yet"},
+  {"Niveau %d sur %d", "Level %d of %d"},
+  {"jours", "days"},
+  {"puis une fois par an (acquis)", "then once a year (learned)"},
+  {"à relire maintenant", "review now"},
+  {"Une fois par an pour vérifier · prochaine : %@", "Once a year as a check · next: %@"},
+  {"Prochaine révision : %@", "Next review: %@"},
+  {"%d cartes attendent les jours suivants (40 anciennes + 10 nouvelles par jour au plus).", "%d cards are waiting for the coming days (at most 40 old + 10 new a day)."},
+  {"Carte révisée en avance : 3, 4 et 5 gardent sa couleur (c'est le temps entre deux bonnes réponses qui la fait monter).", "Card reviewed early: 3, 4 and 5 keep its colour (what moves it up is the time between two good answers)."},
+  {"1 — raté : revient dans 10 minutes, une couleur en moins", "1 — missed: back in 10 minutes, one colour down"},
+  {"2 — pas très à l'aise : revient demain, une couleur en moins", "2 — not sure: back tomorrow, one colour down"},
+  {"3 — moyen : même rythme", "3 — medium: same pace"},
+  {"4 — à l'aise : étape suivante", "4 — comfortable: next step"},
+  {"5 — très à l'aise : deux étapes d'un coup", "5 — very comfortable: two steps at once"},
+
+  // Settings and the diagnostic log
+  {"Automatique (langue du Mac)", "Automatic (Mac language)"},
+  {"Ouvrir debug.log", "Open debug.log"},
+  {"Journal de diagnostic (debug.log)", "Diagnostic log (debug.log)"},
+  {"Journal des 3 dernières minutes", "Log of the last 3 minutes"},
+  {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "Attach what Vesko did in the last 3 minutes (may include text read from the screen; you can see it in the email before sending)"},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const LocRow> english() {
+  return kRows;
+}
+
+}  // namespace vesko::loc_rows
