@@ -84,14 +84,14 @@ std::expected<DictdFile, std::string> DictdFile::load(const std::filesystem::pat
   if (isGzip(*dictBytes)) {
     auto text = gunzip(*dictBytes, kMaxText);
     if (!text) return std::unexpected(dict.string() + " is not valid gzip");
-    file.text_ = std::move(*text);
+    *file.text_ = std::move(*text);
   } else {
-    file.text_ = std::move(*dictBytes);
+    *file.text_ = std::move(*dictBytes);
   }
-  file.index_ = std::move(*indexBytes);
+  *file.index_ = std::move(*indexBytes);
 
-  const std::string_view indexText = file.index_;
-  const std::string_view text = file.text_;
+  const std::string_view indexText = *file.index_;
+  const std::string_view text = *file.text_;
   std::size_t start = 0;
   while (start < indexText.size()) {
     std::size_t end = indexText.find('\n', start);

@@ -33,13 +33,14 @@ class DictdFile {
 
   const std::vector<Entry>& entries() const { return entries_; }
   std::size_t skippedLines() const { return skippedLines_; }
-  std::size_t textBytes() const { return text_.size(); }
+  std::size_t textBytes() const { return text_->size(); }
 
  private:
   DictdFile() = default;
-  std::string index_;
-  std::string text_;
-  std::vector<Entry> entries_;  // views into index_ and text_
+  // Held apart so that the views in entries_ stay valid when the DictdFile moves.
+  std::unique_ptr<std::string> index_ = std::make_unique<std::string>();
+  std::unique_ptr<std::string> text_ = std::make_unique<std::string>();
+  std::vector<Entry> entries_;  // views into *index_ and *text_
   std::size_t skippedLines_ = 0;
 };
 

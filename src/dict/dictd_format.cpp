@@ -33,6 +33,7 @@ std::size_t senseNumberLength(std::string_view line) {
   while (i < line.size() && isDigit(line[i])) ++i;
   if (i == 0 || i >= line.size() || line[i] != '.') return 0;
   ++i;
+  if (i == line.size()) return i;
   if (i < line.size() && !isBlank(line[i])) return 0;
   while (i < line.size() && isBlank(line[i])) ++i;
   return i;
@@ -101,7 +102,7 @@ std::string withoutRemarks(std::string_view s) {
   return out;
 }
 
-// One word or phrase of one to three words, every character a Cyrillic letter, a blank or a hyphen.
+// One word or a phrase of two words, every character a Cyrillic letter, a blank or a hyphen.
 bool isRussianPhrase(std::string_view s) {
   if (s.empty()) return false;
   int words = 0;
@@ -123,7 +124,7 @@ bool isRussianPhrase(std::string_view s) {
     if (!inWord) ++words;
     inWord = true;
   }
-  return words >= 1 && words <= 3 && s.back() != '-';
+  return words >= 1 && words <= 2 && s.back() != '-';
 }
 
 std::string collapsedBlanks(std::string_view s) {
@@ -197,13 +198,15 @@ FreedictBody parseFreedictBody(std::string_view body) {
   }
   out.headword = trimmed(head.substr(0, std::min(slash, head.find(" <"))));
 
+  bool numbered = false;
   for (std::size_t i = 1; i < lines.size(); ++i) {
     if (const std::size_t n = senseNumberLength(lines[i]); n > 0) {
+      numbered = true;
       std::string_view sense = withoutTrailingNumber(lines[i].substr(n));
       if (!sense.empty()) out.senses.push_back(sense);
     }
   }
-  if (out.senses.empty() && lines.size() > 1) {
+  if (!numbered && lines.size() > 1) {
     std::string_view sense = withoutTrailingNumber(lines[1]);
     if (!sense.empty()) out.senses.push_back(sense);
   }
