@@ -138,7 +138,8 @@ bool parseKanjidicLine(std::string_view line, KanjidicLine& out) {
     if (at >= line.size()) break;
     if (line[at] == '{') {
       const std::size_t close = line.find('}', at + 1);
-      if (close == std::string_view::npos) return false;
+      // "{ca {cat}": a brace opened inside a meaning leaves the line's layout in doubt.
+      if (close == std::string_view::npos || line.find('{', at + 1) < close) return false;
       const std::string_view meaning = trimmed(line.substr(at + 1, close - at - 1));
       if (!meaning.empty()) out.meanings.push_back(meaning);
       at = close + 1;

@@ -70,6 +70,7 @@ TEST(KanjidicLineTest, Lines) {
       {"x 0000 ア {latin letter}", false, {}, {}, {}},       // not a kanji
       {"猫猫 472D ビョウ {two characters}", false, {}, {}, {}},
       {"猫 472D ビョウ {unclosed", false, {}, {}, {}},
+      {"猫 472D ビョウ {ca {cat}", false, {}, {}, {}},  // found by fuzzing
       {"猫", false, {}, {}, {}},
   };
   KanjidicLine parsed;
