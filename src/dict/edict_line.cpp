@@ -149,6 +149,8 @@ bool parseKanjidicLine(std::string_view line, KanjidicLine& out) {
     if (end == std::string_view::npos) end = line.size();
     const std::string_view token = trimmed(line.substr(at, end - at));
     at = end;
+    // Braces belong to meanings only: "しげ.{る" is a damaged line, not a reading.
+    if (token.find_first_of("{}") != std::string_view::npos) return false;
     if (token == "T1" || token == "T2") {
       nanori = true;
       continue;

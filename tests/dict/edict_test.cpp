@@ -70,7 +70,10 @@ TEST(KanjidicLineTest, Lines) {
       {"x 0000 ア {latin letter}", false, {}, {}, {}},       // not a kanji
       {"猫猫 472D ビョウ {two characters}", false, {}, {}, {}},
       {"猫 472D ビョウ {unclosed", false, {}, {}, {}},
-      {"猫 472D ビョウ {ca {cat}", false, {}, {}, {}},  // found by fuzzing
+      // Found by fuzzing: braces out of place.
+      {"猫 472D ビョウ {ca {cat}", false, {}, {}, {}},
+      {"鬱 735D ウツ しげ.{る {gloom}", false, {}, {}, {}},
+      {"鬱 735D ウツ しげ.る} {gloom}", false, {}, {}, {}},
       {"猫", false, {}, {}, {}},
   };
   KanjidicLine parsed;
