@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "bench_common.h"
-#include "dict/dictd_dictionary.h"
+#include "dict/language_dictionaries.h"
 #include "dict/english_conjugator.h"
 #include "dict/french_conjugator.h"
 #include "dict/lowercase.h"
@@ -104,15 +104,15 @@ int main(int argc, char** argv) {
   vesko::WordNetDictionary wordnet(root / "en/wordnet");
   vesko::EnglishConjugator english(wordnet);
   vesko::WordListHeadwords englishWords(root / "en/words.txt", wordnet);
-  vesko::DictdDictionary french(root / "fr/freedict-fra-eng.index",
-                                root / "fr/freedict-fra-eng.dict.dz");
+  const auto frenchDictionary = vesko::makeFrenchDictionary(root);
+  const vesko::LazyDictionary& french = *frenchDictionary;
   vesko::WordListHeadwords frenchWords(root / "fr/words.txt", french);
   vesko::FrenchConjugator conjugator(root / "fr/verbiste/verbs-fr.xml",
                                      root / "fr/verbiste/conjugation-fr.xml");
 
   firstUse("wordnet", [&] { return wordnet.loadError(); });
   firstUse("english headwords (wamerican-large)", [&] { return englishWords.loadError(); });
-  firstUse("freedict fra-eng", [&] { return french.loadError(); });
+  firstUse("freedict fra-eng", [&] { return french.error(); });
   firstUse("french headwords (wfrench)", [&] { return frenchWords.loadError(); });
   firstUse("french conjugator", [&] { return conjugator.loadError(); });
   std::printf("french conjugator forms: %zu\n", conjugator.formCount());
