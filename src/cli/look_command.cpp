@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 
+#include "app/installed_language_data.h"
 #include "app/language_data.h"
 #include "app/sentence.h"
 #include "app/word_chooser.h"
@@ -18,16 +19,16 @@
 #include "cli/input.h"
 #include "cli/zh_output.h"
 #include "dict/pinyin.h"
+#include "settings/resources.h"
 #include "text/unicode.h"
 
 namespace vesko::cli {
 namespace {
 
-// The dictionaries of the languages other than Chinese, which reaches the CEDict directly. Each
-// language gets its data here as its dictionary is wired; until then its words are cut and shown
-// without entries.
+// The dictionaries of the languages other than Chinese (which has the CEDict), from the
+// installed resources; each loads the first time a word of its language is looked up.
 std::unique_ptr<LanguageData> languageData() {
-  return std::make_unique<NoLanguageData>();
+  return std::make_unique<InstalledLanguageData>(Resources::folder());
 }
 
 struct Options {
