@@ -1,8 +1,8 @@
 // Randomized robustness test for the word chooser: a few hundred thousand random texts and
 // indexes, from a fixed seed, through `read` with random language switches. It passes when nothing
-// crashes, no sanitizer complains and every result lies inside its text. A plain program rather
-// than a libFuzzer target: the chooser's headers need std::expected, which the clang of the fuzz
-// preset cannot compile against libstdc++ 12; the asan preset runs it under the sanitizers.
+// crashes, no sanitizer complains and every result lies inside its text. It runs with every test
+// suite, the asan preset's included; fuzz/lookup_fuzz.cpp explores the same reads guided by
+// coverage.
 // Usage: app_lookup_robustness_test [COUNT] [SEED]
 
 #include <cstdio>
