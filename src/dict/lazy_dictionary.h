@@ -13,43 +13,33 @@
 #include <string_view>
 #include <vector>
 
+#include "dict/lazy.h"
 #include "dict/word_dictionary.h"
 
 namespace vesko {
 
 namespace lazy_detail {
 
-// Loads a T once, on first use.
+// Loads a T once, on first use; a failed load keeps its reason.
 template <typename T>
 class Once {
  public:
-  using Loader = std::function<std::expected<std::unique_ptr<T>, std::string>()>;
-  explicit Once(Loader loader) : loader_(std::move(loader)) {}
+  using Loaded = std::expected<std::unique_ptr<T>, std::string>;
+  using Loader = std::function<Loaded()>;
+  explicit Once(Loader loader) : loaded_(std::move(loader)) {}
 
   const T* get() const {
-    std::call_once(once_, [this] {
-      auto loaded = loader_();
-      if (loaded) {
-        value_ = std::move(*loaded);
-      } else {
-        error_ = loaded.error();
-      }
-      loader_ = nullptr;  // frees what the loader captured
-    });
-    return value_.get();
+    const Loaded& loaded = loaded_.get();
+    return loaded ? loaded->get() : nullptr;
   }
   // After a first use: why the load failed.
   std::optional<std::string> error() const {
-    get();
-    return error_.empty() ? std::nullopt : std::optional<std::string>(error_);
+    const Loaded& loaded = loaded_.get();
+    return loaded ? std::nullopt : std::optional<std::string>(loaded.error());
   }
 
  private:
-  mutable std::once_flag once_;
-  // Written only inside call_once, which orders them before every later get().
-  mutable Loader loader_;
-  mutable std::unique_ptr<T> value_;
-  mutable std::string error_;
+  Lazy<Loaded> loaded_;
 };
 
 }  // namespace lazy_detail
