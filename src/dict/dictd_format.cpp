@@ -2,16 +2,10 @@
 
 #include <algorithm>
 
+#include "dict/blanks.h"
+
 namespace vesko {
 namespace {
-
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
-
-std::string_view trimmed(std::string_view s) {
-  while (!s.empty() && isBlank(s.front())) s.remove_prefix(1);
-  while (!s.empty() && isBlank(s.back())) s.remove_suffix(1);
-  return s;
-}
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isLatin(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
@@ -42,12 +36,12 @@ std::size_t senseNumberLength(std::string_view line) {
 // "house, home 2." → "house, home": FreeDict leaves the number of a nested sense at the end of
 // the line above it.
 std::string_view withoutTrailingNumber(std::string_view s) {
-  s = trimmed(s);
+  s = trimmedBlanks(s);
   if (s.empty() || s.back() != '.') return s;
   std::size_t i = s.size() - 1;
   while (i > 0 && isDigit(s[i - 1])) --i;
   if (i == s.size() - 1 || i == 0 || !isBlank(s[i - 1])) return s;
-  return trimmed(s.substr(0, i));
+  return trimmedBlanks(s.substr(0, i));
 }
 
 // --- Mueller ---------------------------------------------------------------------------------
@@ -185,18 +179,18 @@ FreedictBody parseFreedictBody(std::string_view body) {
   FreedictBody out;
   std::vector<std::string_view> lines;
   forEachLine(body, [&](std::string_view line) {
-    if (!trimmed(line).empty()) lines.push_back(line);
+    if (!trimmedBlanks(line).empty()) lines.push_back(line);
   });
   if (lines.empty()) return out;
 
-  std::string_view head = trimmed(lines.front());
+  std::string_view head = trimmedBlanks(lines.front());
   const std::size_t slash = head.find('/');
   if (slash != std::string_view::npos) {
     const std::size_t close = head.find('/', slash + 1);
     if (close != std::string_view::npos)
-      out.pronunciation = trimmed(head.substr(slash + 1, close - slash - 1));
+      out.pronunciation = trimmedBlanks(head.substr(slash + 1, close - slash - 1));
   }
-  out.headword = trimmed(head.substr(0, std::min(slash, head.find(" <"))));
+  out.headword = trimmedBlanks(head.substr(0, std::min(slash, head.find(" <"))));
 
   bool numbered = false;
   for (std::size_t i = 1; i < lines.size(); ++i) {
@@ -222,7 +216,7 @@ std::vector<std::string> muellerTranslations(std::string_view body) {
       first = false;
       return;
     }
-    std::string_view t = trimmed(line);
+    std::string_view t = trimmedBlanks(line);
     if (t.empty()) return;
     bool lettered = false;
     if (segments.empty() || romanMarkLength(t) > 0 || senseMarkLength(t, lettered) > 0) {
@@ -239,7 +233,7 @@ std::vector<std::string> muellerTranslations(std::string_view body) {
     std::string_view t = segment.text;
     // Leading marks: "_I", "1.", "1)", "а)", labels and transcriptions come off with the remarks.
     while (true) {
-      t = trimmed(t);
+      t = trimmedBlanks(t);
       bool lettered = false;
       if (std::size_t n = romanMarkLength(t); n > 0) {
         t.remove_prefix(n);

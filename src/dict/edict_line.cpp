@@ -2,23 +2,17 @@
 
 #include <cstdint>
 
+#include "dict/blanks.h"
+
 namespace vesko {
 namespace {
-
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
-
-std::string_view trimmed(std::string_view s) {
-  while (!s.empty() && isBlank(s.front())) s.remove_prefix(1);
-  while (!s.empty() && isBlank(s.back())) s.remove_suffix(1);
-  return s;
-}
 
 // EDICT2 marks forms like "会う(P)" or "逢う(iK)"; the marker is not part of the word.
 std::string_view withoutFormMarkers(std::string_view form) {
   while (!form.empty() && form.back() == ')') {
     const std::size_t open = form.rfind('(');
     if (open == std::string_view::npos || open == 0) break;
-    form = trimmed(form.substr(0, open));
+    form = trimmedBlanks(form.substr(0, open));
   }
   return form;
 }
@@ -36,7 +30,7 @@ bool splitForms(std::string_view list, std::vector<std::string_view>& out) {
   out.clear();
   while (true) {
     const std::size_t semicolon = list.find(';');
-    std::string_view form = withoutFormMarkers(trimmed(list.substr(0, semicolon)));
+    std::string_view form = withoutFormMarkers(trimmedBlanks(list.substr(0, semicolon)));
     if (!form.empty()) {
       if (!isHeadwordForm(form)) return false;
       out.push_back(form);
@@ -64,7 +58,7 @@ std::string_view withoutLeadingTags(std::string_view gloss) {
     const char close = gloss.front() == '(' ? ')' : '}';
     const std::size_t end = gloss.find(close);
     if (end == std::string_view::npos || !isTag(gloss.substr(1, end - 1))) break;
-    gloss = trimmed(gloss.substr(end + 1));
+    gloss = trimmedBlanks(gloss.substr(end + 1));
   }
   return gloss;
 }
@@ -99,7 +93,7 @@ bool parseEdictLine(std::string_view line, EdictLine& out) {
   if (line.empty() || line.front() == '#') return false;
   const std::size_t slash = line.find('/');
   if (slash == std::string_view::npos) return false;
-  const std::string_view head = trimmed(line.substr(0, slash));
+  const std::string_view head = trimmedBlanks(line.substr(0, slash));
   const std::size_t open = head.find('[');
   if (open == std::string_view::npos) {
     if (head.find(']') != std::string_view::npos || !splitForms(head, out.kana)) return false;
@@ -113,7 +107,7 @@ bool parseEdictLine(std::string_view line, EdictLine& out) {
   std::string_view rest = line.substr(slash + 1);
   while (!rest.empty()) {
     const std::size_t next = rest.find('/');
-    std::string_view gloss = withoutLeadingTags(trimmed(rest.substr(0, next)));
+    std::string_view gloss = withoutLeadingTags(trimmedBlanks(rest.substr(0, next)));
     // "(P)" marks a common word; EDICT2's "EntL1234" is the entry's sequence number.
     if (!gloss.empty() && gloss != "(P)" && gloss.substr(0, 4) != "EntL") out.glosses.push_back(gloss);
     if (next == std::string_view::npos) break;
@@ -140,14 +134,14 @@ bool parseKanjidicLine(std::string_view line, KanjidicLine& out) {
       const std::size_t close = line.find('}', at + 1);
       // "{ca {cat}": a brace opened inside a meaning leaves the line's layout in doubt.
       if (close == std::string_view::npos || line.find('{', at + 1) < close) return false;
-      const std::string_view meaning = trimmed(line.substr(at + 1, close - at - 1));
+      const std::string_view meaning = trimmedBlanks(line.substr(at + 1, close - at - 1));
       if (!meaning.empty()) out.meanings.push_back(meaning);
       at = close + 1;
       continue;
     }
     std::size_t end = line.find(' ', at);
     if (end == std::string_view::npos) end = line.size();
-    const std::string_view token = trimmed(line.substr(at, end - at));
+    const std::string_view token = trimmedBlanks(line.substr(at, end - at));
     at = end;
     // Braces belong to meanings only: "しげ.{る" is a damaged line, not a reading.
     if (token.find_first_of("{}") != std::string_view::npos) return false;
