@@ -1,7 +1,6 @@
 // Runs `vesko look` as a user's script would and reads what it prints.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <nlohmann/json.hpp>
@@ -9,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "support/run_command.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -16,10 +16,7 @@ namespace {
 using nlohmann::json;
 using vesko::testing::testData;
 
-struct Run {
-  int status = -1;
-  std::string out;
-};
+using Run = vesko::testing::CommandRun;
 
 // The installed dictionaries are hidden behind an empty resources folder: other languages' words
 // are cut and come without entries, whatever the machine has fetched.
@@ -31,13 +28,7 @@ Run vesko(const std::string& arguments, const std::string& input = "") {
                         testData("cedict_small.txt").string() + " --unihan " +
                         testData("unihan_small.tsv").string() + " <" + in.string() + " 2>" +
                         (dir.path() / "err").string();
-  Run run;
-  FILE* pipe = popen(command.c_str(), "r");
-  char buffer[4096];
-  while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) run.out.append(buffer, n);
-  int status = pclose(pipe);
-  run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return run;
+  return vesko::testing::runCommand(command);
 }
 
 TEST(LookCommandTest, JsonContract) {

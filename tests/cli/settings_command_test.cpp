@@ -2,7 +2,6 @@
 // VESKO_HOME in a fresh folder.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <chrono>
 #include <cstdio>
@@ -11,6 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "support/run_command.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -32,11 +32,9 @@ class SettingsCommandTest : public ::testing::Test {
         "env -u LANGUAGE -u LC_ALL -u LC_MESSAGES VESKO_HOME=" + home.path().string() + " " +
         environment + " " + VESKO_CLI + " " + arguments + " </dev/null 2>" + err.string();
     Result run;
-    FILE* pipe = popen(command.c_str(), "r");
-    char buffer[4096];
-    while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) run.out.append(buffer, n);
-    int status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    const auto finished = vesko::testing::runCommand(command);
+    run.status = finished.status;
+    run.out = finished.out;
     std::ifstream in(err);
     run.err.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
     return run;

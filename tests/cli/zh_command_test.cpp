@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <string>
 
+#include "support/run_command.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -14,10 +14,7 @@ namespace {
 using nlohmann::json;
 using vesko::testing::testData;
 
-struct Run {
-  int status = -1;
-  std::string out;
-};
+using Run = vesko::testing::CommandRun;
 
 // Runs the tool with `arguments` (already shell-quoted) and `input` on standard input.
 // The fixture dictionary is added unless the command names its own.
@@ -29,13 +26,7 @@ Run vesko(const std::string& arguments, const std::string& input = "") {
     command += " --cedict " + testData("cedict_small.txt").string() + " --unihan " +
                testData("unihan_small.tsv").string();
   command += " <" + in.string() + " 2>" + (dir.path() / "err").string();
-  Run run;
-  FILE* pipe = popen(command.c_str(), "r");
-  char buffer[4096];
-  while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) run.out.append(buffer, n);
-  int status = pclose(pipe);
-  run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return run;
+  return vesko::testing::runCommand(command);
 }
 
 json parsed(const Run& run) { return json::parse(run.out); }

@@ -3,13 +3,13 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "settings/resources.h"
+#include "support/run_command.h"
 #include "support/temp_dir.h"
 #include "text/unicode.h"
 
@@ -35,12 +35,7 @@ json look(const std::string& sentence, long index) {
   auto text = dir.write("text", sentence);
   const std::string command = std::string(VESKO_CLI) + " look --json --index " +
                               std::to_string(index) + " - <" + text.string();
-  std::string out;
-  FILE* pipe = popen(command.c_str(), "r");
-  char buffer[4096];
-  while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) out.append(buffer, n);
-  pclose(pipe);
-  return json::parse(out, nullptr, false);
+  return json::parse(vesko::testing::runCommand(command).out, nullptr, false);
 }
 
 TEST(LookFullTest, RealSentencesInEveryLanguage) {
@@ -79,10 +74,14 @@ TEST(LookFullTest, RealSentencesInEveryLanguage) {
     ASSERT_TRUE(result.is_object());
     const bool chinese = std::string(row.language) == "zh";
     EXPECT_EQ(result["kind"], chinese ? "chinese" : "word");
-    if (!chinese) EXPECT_EQ(result["lang"], row.language);
+    if (!chinese) {
+      EXPECT_EQ(result["lang"], row.language);
+    }
     EXPECT_EQ(result["word"], row.word);
     EXPECT_EQ(result["sentence"], row.sentence);
-    if (!chinese) EXPECT_EQ(result["base"].is_null() ? "" : result["base"], row.base);
+    if (!chinese) {
+      EXPECT_EQ(result["base"].is_null() ? "" : result["base"], row.base);
+    }
     ASSERT_FALSE(result["entries"].empty());
     EXPECT_EQ(result["entries"][0][chinese ? "simp" : "headword"], row.headword);
   }
