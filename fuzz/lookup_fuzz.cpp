@@ -17,11 +17,7 @@ namespace {
 
 struct World {
   vesko::CEDict cedict;
-  vesko::testing::FakeDictionary japanese, french, english, polish, russian, thai;
-  vesko::testing::FakeHeadwords englishWords{"cat", "the", "c'mon"}, frenchWords{"école", "the"};
-  vesko::testing::FakeConjugator conjugator;
-  vesko::testing::FakeRecognizer recognizer;
-  vesko::testing::FakeLanguageData data;
+  const vesko::testing::SmallLanguages languages;
   vesko::SkippedLanguage skipped;
   std::unique_ptr<vesko::WordChooser> chooser;
 
@@ -30,22 +26,7 @@ struct World {
       std::fprintf(stderr, "cannot load the test dictionary\n");
       std::abort();
     }
-    japanese.add("食べる", "to eat").add("行く", "to go").add("人人", "everyone");
-    french.add("école", "school").add("il", "he");
-    english.add("cat", "cat").add("the", "the");
-    polish.add("kot", "cat").add("żółw", "tortoise");
-    russian.add("привет", "hello");
-    thai.add("ภาษา", "language").add("ข้าว", "rice");
-    conjugator.add("cats", "cat", "plural");
-    recognizer.guesses = {{"pl", 0.5}, {"en", 0.3}, {"fr", 0.2}};
-    using vesko::Language;
-    data.dictionaries = {{Language::ja, &japanese}, {Language::fr, &french},
-                         {Language::en, &english},  {Language::pl, &polish},
-                         {Language::ru, &russian},  {Language::th, &thai}};
-    data.headwordSets = {{Language::en, &englishWords}, {Language::fr, &frenchWords}};
-    data.conjugators = {{Language::en, &conjugator}};
-    data.languageRecognizer = &recognizer;
-    chooser = std::make_unique<vesko::WordChooser>(cedict, data, skipped);
+    chooser = std::make_unique<vesko::WordChooser>(cedict, languages.data, skipped);
   }
 };
 

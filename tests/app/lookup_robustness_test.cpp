@@ -46,27 +46,9 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "cannot load the test dictionary\n");
     return 1;
   }
-  vesko::testing::FakeDictionary japanese, french, english, polish, russian, thai;
-  japanese.add("食べる", "to eat").add("行く", "to go").add("人人", "everyone");
-  french.add("école", "school").add("il", "he");
-  english.add("cat", "cat").add("the", "the");
-  polish.add("kot", "cat").add("żółw", "tortoise");
-  russian.add("привет", "hello");
-  thai.add("ภาษา", "language").add("ข้าว", "rice");
-  vesko::testing::FakeHeadwords englishWords{"cat", "the", "c'mon"}, frenchWords{"école", "the"};
-  vesko::testing::FakeConjugator conjugator;
-  conjugator.add("cats", "cat", "plural");
-  vesko::testing::FakeRecognizer recognizer;
-  recognizer.guesses = {{"pl", 0.5}, {"en", 0.3}, {"fr", 0.2}};
-  vesko::testing::FakeLanguageData data;
-  data.dictionaries = {{vesko::Language::ja, &japanese}, {vesko::Language::fr, &french},
-                       {vesko::Language::en, &english},  {vesko::Language::pl, &polish},
-                       {vesko::Language::ru, &russian},  {vesko::Language::th, &thai}};
-  data.headwordSets = {{vesko::Language::en, &englishWords}, {vesko::Language::fr, &frenchWords}};
-  data.conjugators = {{vesko::Language::en, &conjugator}};
-  data.languageRecognizer = &recognizer;
+  const vesko::testing::SmallLanguages languages;
   vesko::SkippedLanguage skipped;
-  vesko::WordChooser chooser(cedict, data, skipped);
+  vesko::WordChooser chooser(cedict, languages.data, skipped);
 
   std::mt19937_64 random(seed);
   std::uniform_int_distribution<std::size_t> piece(0, std::size(kPieces) - 1);

@@ -98,4 +98,33 @@ class FakeLanguageData final : public LanguageData {
   const LanguageRecognizer* recognizer() const override { return languageRecognizer; }
 };
 
+// A few words in every language, so that each lookup path can find something: what the random
+// and fuzzed reads of the word chooser run against. Not copyable: `data` points into it.
+struct SmallLanguages {
+  FakeDictionary japanese, french, english, polish, russian, thai;
+  FakeHeadwords englishWords{"cat", "the", "c'mon"}, frenchWords{"école", "the"};
+  FakeConjugator conjugator;
+  FakeRecognizer recognizer;
+  FakeLanguageData data;
+
+  SmallLanguages() {
+    japanese.add("食べる", "to eat").add("行く", "to go").add("人人", "everyone");
+    french.add("école", "school").add("il", "he");
+    english.add("cat", "cat").add("the", "the");
+    polish.add("kot", "cat").add("żółw", "tortoise");
+    russian.add("привет", "hello");
+    thai.add("ภาษา", "language").add("ข้าว", "rice");
+    conjugator.add("cats", "cat", "plural");
+    recognizer.guesses = {{"pl", 0.5}, {"en", 0.3}, {"fr", 0.2}};
+    data.dictionaries = {{Language::ja, &japanese}, {Language::fr, &french},
+                         {Language::en, &english},  {Language::pl, &polish},
+                         {Language::ru, &russian},  {Language::th, &thai}};
+    data.headwordSets = {{Language::en, &englishWords}, {Language::fr, &frenchWords}};
+    data.conjugators = {{Language::en, &conjugator}};
+    data.languageRecognizer = &recognizer;
+  }
+  SmallLanguages(const SmallLanguages&) = delete;
+  SmallLanguages& operator=(const SmallLanguages&) = delete;
+};
+
 }  // namespace vesko::testing
