@@ -2,24 +2,13 @@
 
 #include <algorithm>
 
-#include "dict/blanks.h"
+#include "dict/text_lines.h"
 
 namespace vesko {
 namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isLatin(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
-template <typename Fn>
-void forEachLine(std::string_view text, Fn&& fn) {
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    fn(text.substr(start, end - start));
-    start = end + 1;
-  }
-}
 
 // "12. cat" → 5 (the length of "12. "); 0 when the line does not start with a sense number.
 std::size_t senseNumberLength(std::string_view line) {
@@ -178,7 +167,7 @@ bool isDictdMetadata(std::string_view headword) {
 FreedictBody parseFreedictBody(std::string_view body) {
   FreedictBody out;
   std::vector<std::string_view> lines;
-  forEachLine(body, [&](std::string_view line) {
+  forEachLineFeedLine(body, [&](std::string_view line, std::size_t) {
     if (!trimmedBlanks(line).empty()) lines.push_back(line);
   });
   if (lines.empty()) return out;
@@ -211,7 +200,7 @@ std::vector<std::string> muellerTranslations(std::string_view body) {
   // Wrapped lines are joined back into the senses they belong to.
   std::vector<Segment> segments;
   bool first = true;
-  forEachLine(body, [&](std::string_view line) {
+  forEachLineFeedLine(body, [&](std::string_view line, std::size_t) {
     if (first) {  // the English headword
       first = false;
       return;

@@ -3,22 +3,12 @@
 #include <fstream>
 
 #include "dict/edict_line.h"
+#include "dict/text_lines.h"
 #include "dict/lowercase.h"
 #include "text/unicode.h"
 
 namespace vesko {
 namespace {
-
-template <typename Fn>
-void forEachLine(std::string_view text, Fn&& fn) {
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    fn(text.substr(start, end - start), start);
-    start = end + 1;
-  }
-}
 
 std::string joined(const std::vector<std::string_view>& parts, std::string_view separator) {
   std::string out;
@@ -48,7 +38,7 @@ std::expected<std::unique_ptr<EdictDictionary>, std::string> EdictDictionary::lo
   std::unique_ptr<EdictDictionary> dict(new EdictDictionary(std::move(*file)));
 
   EdictLine parsed;
-  forEachLine(dict->file_.bytes(), [&](std::string_view line, std::size_t offset) {
+  forEachLineFeedLine(dict->file_.bytes(), [&](std::string_view line, std::size_t offset) {
     if (line.empty() || line == "\r") return;
     // A bad byte spoils only its own line: its forms could never be matched anyway.
     if (offset > UINT32_MAX || !text::isValidUtf8(line) || !parseEdictLine(line, parsed)) {
@@ -65,7 +55,7 @@ std::expected<std::unique_ptr<EdictDictionary>, std::string> EdictDictionary::lo
   if (!kanjidic.empty()) {
     if (auto kanji = MappedFile::open(kanjidic)) {
       KanjidicLine line;
-      forEachLine(kanji->bytes(), [&](std::string_view text, std::size_t) {
+      forEachLineFeedLine(kanji->bytes(), [&](std::string_view text, std::size_t) {
         if (text::isValidUtf8(text) && parseKanjidicLine(text, line))
           dict->kanjidic_.emplace(std::string(line.kanji), kanjiEntry(line));
       });

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "dict/blanks.h"
+#include "dict/text_lines.h"
 
 namespace vesko {
 namespace {
