@@ -3,8 +3,8 @@
 #include <fstream>
 
 #include "dict/edict_line.h"
-#include "dict/text_lines.h"
 #include "dict/lowercase.h"
+#include "dict/text_lines.h"
 #include "text/unicode.h"
 
 namespace vesko {
