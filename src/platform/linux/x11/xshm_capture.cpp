@@ -96,7 +96,7 @@ struct XShmCapture::State {
 };
 
 std::expected<std::unique_ptr<XShmCapture>, std::string> XShmCapture::open(
-    const std::string& displayName) {
+    const std::string& displayName, bool sharedMemory) {
   Display* display = XOpenDisplay(displayName.empty() ? nullptr : displayName.c_str());
   if (display == nullptr) return std::unexpected("pas d’écran X11 (DISPLAY)");
   auto state = std::make_unique<State>();
@@ -105,7 +105,7 @@ std::expected<std::unique_ptr<XShmCapture>, std::string> XShmCapture::open(
   state->root = RootWindow(display, screen);
   state->visual = DefaultVisual(display, screen);
   state->depth = DefaultDepth(display, screen);
-  state->shm = XShmQueryExtension(display) == True;
+  state->shm = sharedMemory && XShmQueryExtension(display) == True;
   return std::unique_ptr<XShmCapture>(new XShmCapture(std::move(state)));
 }
 

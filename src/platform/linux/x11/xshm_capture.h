@@ -17,8 +17,9 @@ namespace vesko {
 class XShmCapture final : public ScreenCapture {
  public:
   // Opens `displayName` (empty: $DISPLAY); an error text when no X display can be opened.
+  // `sharedMemory` false forces XGetImage, for comparing the two.
   static std::expected<std::unique_ptr<XShmCapture>, std::string> open(
-      const std::string& displayName = {});
+      const std::string& displayName = {}, bool sharedMemory = true);
   ~XShmCapture() override;
   XShmCapture(const XShmCapture&) = delete;
   XShmCapture& operator=(const XShmCapture&) = delete;
