@@ -58,6 +58,7 @@ TEST_F(TesseractRecognizerTest, ReadsTheLineUnderTheFocus) {
     ScreenPoint focus;  // in the line, on the character `expected` names
     std::u16string text;
     std::u16string character;
+    bool inverted = false;  // light text on a dark ground, as subtitles are
   };
   const Row rows[] = {
       {"French, second of three lines",
@@ -75,8 +76,10 @@ TEST_F(TesseractRecognizerTest, ReadsTheLineUnderTheFocus) {
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
-    const ScreenImage image = loadStrip(row.file);
+    ScreenImage image = loadStrip(row.file);
     ASSERT_TRUE(image.valid());
+    if (row.inverted)
+      for (std::uint8_t& pixel : image.pixels) pixel = static_cast<std::uint8_t>(255 - pixel);
     const auto recognition = recognizer().recognize(image, row.mode, row.focus);
     ASSERT_TRUE(recognition) << recognition.error();
     ASSERT_EQ(recognition->lines.size(), 1u);
