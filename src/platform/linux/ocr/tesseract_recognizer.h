@@ -4,6 +4,8 @@
 // the line under the focus is cropped and read as a single line, which keeps a read within a few
 // tens of milliseconds. Created once, shared by every read thread: each engine has its own mutex,
 // so two modes recognise in parallel and two reads of one mode take turns.
+// Not a static: Tesseract keeps the engines' word lists in a process-wide cache that is destroyed
+// at exit, and an engine ended after it touches freed memory.
 // Tesseract's OpenMP pool must be limited to one thread before the process starts (see
 // single_thread_ocr.h), or a line costs several times as much.
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "app/line_at.h"
@@ -44,10 +45,13 @@ ScreenImage loadStrip(const std::string& name) {
 class TesseractRecognizerTest : public ::testing::Test {
  protected:
   // One recogniser for the whole suite, as in the program: starting an engine is the slow part.
-  static TesseractRecognizer& recognizer() {
-    static TesseractRecognizer shared;
-    return shared;
-  }
+  // Ended before exit, as the program's is (see the header).
+  static void SetUpTestSuite() { shared_ = std::make_unique<TesseractRecognizer>(); }
+  static void TearDownTestSuite() { shared_.reset(); }
+  static TesseractRecognizer& recognizer() { return *shared_; }
+
+ private:
+  static inline std::unique_ptr<TesseractRecognizer> shared_;
 };
 
 TEST_F(TesseractRecognizerTest, ReadsTheLineUnderTheFocus) {
