@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -45,14 +46,20 @@ double field(const SettingRecord& record, const std::string& name) {
   return it == record.end() ? 0 : it->second;
 }
 
+// Replies and tokens are whole numbers; the record keeps them as reals.
+long long count(const SettingRecord& record, const std::string& name) {
+  const double value = field(record, name);
+  return std::isfinite(value) && std::abs(value) < 9e18 ? std::llround(value) : 0;
+}
+
 json lineJson(const UsageLine& line) {
   json byProvider = json::object();
   for (const auto& [provider, dollars] : line.byProvider)
     byProvider[std::string(providerRow(provider).name)] = dollars;
   return {{"key", line.key},
-          {"calls", field(line.totals, "calls")},
-          {"in", field(line.totals, "in")},
-          {"out", field(line.totals, "out")},
+          {"calls", count(line.totals, "calls")},
+          {"in", count(line.totals, "in")},
+          {"out", count(line.totals, "out")},
           {"usd", field(line.totals, "usd")},
           {"byProvider", byProvider}};
 }

@@ -14,6 +14,8 @@
 namespace vesko {
 namespace {
 
+using namespace std::string_literals;
+
 struct FetchFixture {
   FetchFixture() {
     for (const char* name : {"claude", "openai", "deepseek"})
@@ -78,7 +80,7 @@ TEST(ModelsFetchTest, HostileRepliesEndInAFailure) {
       {"html", 200, "<html><body>Bad gateway</body></html>"},
       {"server error", 503, R"({"data":[{"id":"deepseek-chat"}]})"},
       {"deep nesting", 200, std::string(100000, '[')},
-      {"binary", 200, std::string("\0\xff\xfe{\"data\":[]}", 16)},
+      {"binary", 200, "\0\xff\xfe{\"data\":[]}"s},
   };
   FetchFixture f;
   for (const auto& row : rows) {

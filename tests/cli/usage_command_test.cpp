@@ -67,6 +67,9 @@ TEST_F(UsageCommandTest, JsonGivesTheThreePeriods) {
         {{"calls", 1}, {"in", 1000000}, {"out", 10000}, {"usd", 5.25}, {"usd.DeepSeek", 5.25}}}});
   auto filled = json::parse(vesko("usage --json").out);
   EXPECT_EQ(filled["today"]["calls"], 3);
+  EXPECT_TRUE(filled["today"]["calls"].is_number_integer());
+  EXPECT_TRUE(filled["today"]["in"].is_number_integer());
+  EXPECT_TRUE(filled["today"]["usd"].is_number_float());
   EXPECT_EQ(filled["today"]["in"], 4000);
   EXPECT_EQ(filled["today"]["out"], 600);
   EXPECT_EQ(filled["today"]["byProvider"], json::parse(R"({"claude":0.0035,"openai":0.0012})"));
