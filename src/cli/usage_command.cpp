@@ -73,10 +73,10 @@ void printUsage(const UsageReport& report, const Loc& loc) {
     for (const auto& [provider, dollars] : line.byProvider)
       shares += fmt::format("{}{} {}", shares.empty() ? "" : " · ",
                             loc.t(providerRow(provider).label), costText(dollars));
-    std::string text = "  " + line.label +
-                       std::string(width - text::displayWidth(line.label) + 2, ' ') + line.amount;
-    if (!shares.empty()) text += "  (" + shares + ")";
-    std::cout << text << '\n';
+    std::string shown = "  " + line.label +
+                        std::string(width - text::displayWidth(line.label) + 2, ' ') + line.amount;
+    if (!shares.empty()) shown += "  (" + shares + ")";
+    std::cout << shown << '\n';
   }
   std::cout << report.note << '\n';
   std::size_t nameWidth = 0;
