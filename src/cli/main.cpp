@@ -9,6 +9,7 @@
 
 #include "cli/look_command.h"
 #include "cli/settings_command.h"
+#include "cli/usage_command.h"
 #include "cli/zh_command.h"
 #include "settings/clock.h"
 #include "settings/credits.h"
@@ -33,6 +34,7 @@ int main(int argc, char** argv) {
   vesko::cli::addConfigCommands(app, settings, exitCode);
   vesko::cli::addTrCommand(app, settings, exitCode);
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
+  vesko::cli::addUsageCommand(app, settings, clock, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";
