@@ -3,6 +3,7 @@
 // a failure.
 
 #include <CLI/CLI.hpp>
+
 #include <iostream>
 #include <string>
 
@@ -24,8 +25,7 @@ int main(int argc, char** argv) {
   CLI::App app{"Vesko: a reading assistant for language learners"};
   app.name("vesko");
   app.require_subcommand(1);
-  app.set_version_flag("--version",
-                       std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
+  app.set_version_flag("--version", std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
   int exitCode = 0;
   const vesko::SystemClock clock;
   const auto folders = vesko::Folders::fromEnvironment(vesko::processEnvironment());
@@ -43,8 +43,7 @@ int main(int argc, char** argv) {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";
     for (const auto& credit : vesko::kDataCredits)
-      std::cout << "  " << credit.name << "\n    " << credit.holder << "\n    " << credit.licence
-                << '\n';
+      std::cout << "  " << credit.name << "\n    " << credit.holder << "\n    " << credit.licence << '\n';
     std::cout << "\nFull licence texts: resources/README\n";
   });
   try {
