@@ -53,6 +53,22 @@ ReadOutcome readWhole(const std::filesystem::path& file, std::string& text) {
   return ReadOutcome::read;
 }
 
+// A writer killed between creating its temporary file and renaming it leaves the file behind
+// (".mots.json.Ab12Cd", see writeFileAtomically). Every writer of the store holds its lock while
+// its temporary file exists, so under the lock any such file is a leftover.
+void removeLeftovers(const std::filesystem::path& file) {
+  const std::string prefix = "." + file.filename().string() + ".";
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry(file.parent_path(), error), end;
+       !error && entry != end; entry.increment(error)) {
+    const std::string name = entry->path().filename().string();
+    if (name.size() == prefix.size() + 6 && name.starts_with(prefix)) {
+      std::error_code ignored;
+      std::filesystem::remove(entry->path(), ignored);
+    }
+  }
+}
+
 }  // namespace
 
 WordStore::WordStore(std::filesystem::path file, const Clock& clock, Log& log, const Loc& loc)
@@ -61,6 +77,7 @@ WordStore::WordStore(std::filesystem::path file, const Clock& clock, Log& log, c
   std::error_code error;
   if (!std::filesystem::exists(file_.parent_path(), error)) return;
   FileLock lock(lockPath(file_));
+  if (lock.held()) removeLeftovers(file_);
   readLocked();
 }
 
