@@ -120,7 +120,9 @@ AnkiNote ankiNote(const SavedWord& word) {
   };
   add(escapeHtml(word.pinyin));
   add(escapeHtml(word.definition));
-  if (!word.context.empty()) add("<br>" + boldSentence(word.context, word.word));
+  // The sentence apart from the reading and definition, by an empty line.
+  if (!word.context.empty())
+    add((back.empty() ? "" : "<br>") + boldSentence(word.context, word.word));
   return {escapeHtml(word.word), back};
 }
 

@@ -87,9 +87,9 @@ class WordStore {
   // Writes a pending deferred save now.
   void flush();
 
-  // "⚠️ Un fichier de données était illisible ; une copie a été gardée : mots.broken-….json" in
-  // the interface language, once, after a file was set aside; nothing otherwise. The caller shows
-  // it.
+  // "⚠️ Un fichier de données était illisible ; une copie a été gardée : mots.broken-….json"
+  // in the interface language, once, after a file was set aside; nothing otherwise. The caller
+  // shows it.
   std::optional<std::string> pendingNotice();
 
   // Why the last write failed ("mots.json : Permission denied"), until a write succeeds. A failed

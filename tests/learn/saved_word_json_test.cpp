@@ -38,8 +38,8 @@ SavedWord everyField() {
   word.confidence = 5;
   word.sentenceMeaning = "We study together.";
   word.sentenceAuto = "We learn together.";
-  word.senses = std::vector<Sense>{{"to study", "他在学习。", "学习", 763'225'926.0, "He studies.",
-                                    std::nullopt}};
+  word.senses = std::vector<Sense>{
+      {"to study", "他在学习。", "学习", 763'225'926.0, "He studies.", std::nullopt}};
   word.senseTurn = 2;
   word.archived = "known";
   word.fullContext = "……我们一起学习。然后……";

@@ -1,11 +1,10 @@
 // Several programs against one mots.json: killed while saving, keeping at the same time, asked to
 // stop with a save pending. The programs are runs of word_store_writer.
 
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <fstream>

@@ -170,12 +170,13 @@ TEST(WordStoreTest, UndecodableFilesAreSetAsideAndNeverOverwritten) {
       EXPECT_TRUE(store.words().empty());
       EXPECT_FALSE(std::filesystem::exists(s.file()));
       EXPECT_EQ(readText(copy), content);
-      EXPECT_EQ(store.pendingNotice(), "⚠️ A data file could not be read; a copy was kept: "
-                                       "mots.broken-2025-03-09-1432.json");
+      EXPECT_EQ(store.pendingNotice(),
+                "⚠️ A data file could not be read; a copy was kept: "
+                "mots.broken-2025-03-09-1432.json");
       EXPECT_FALSE(store.pendingNotice());  // shown once
       s.log.flush();
-      EXPECT_NE(s.log.recent(TimePoint{}).find(
-                    "fichier illisible mis de côté : mots.broken-2025-03-09-1432.json"),
+      EXPECT_NE(s.log.recent(TimePoint{})
+                    .find("fichier illisible mis de côté : mots.broken-2025-03-09-1432.json"),
                 std::string::npos);
       SavedWord fresh;
       fresh.word = "新";
