@@ -82,6 +82,23 @@ TEST(SavedWordJsonTest, FileIsPrettySortedAndLeavesAbsentOptionalsOut) {
   }
 ]
 )");
+  // Every field, awkward texts included, laid out as nlohmann-json lays out the same tree.
+  SavedWord awkward = everyField();
+  awkward.context =
+      "tab\there, \"quoted\", back\\slash, bell\x07, bad \xC3( byte, \xF0\x9F\x98\x80";
+  awkward.translations["z\"q"] = "line\nbreak";
+  for (double date : {1e-7, -0.0, 0.0001, 123456789012345.0, 1234567890123456.0, 1.5e20, -2.5,
+                      5e-324, 1.7976931348623157e308, 0.1, 100.0})
+    awkward.senses->push_back({"", "", "", date, std::nullopt, "auto"});
+  const std::string all = encodeWords({awkward, requiredOnly()});
+  const json tree = json::parse(all);
+  EXPECT_EQ(all, tree.dump(2) + "\n");
+  EXPECT_EQ(encodeWord(awkward, false), tree[0].dump());
+  EXPECT_EQ(
+      tree[0]["context"],
+      "tab\there, \"quoted\", back\\slash, bell\x07, bad \xEF\xBF\xBD( byte, \xF0\x9F\x98\x80");
+  EXPECT_EQ(encodeWords({}), "[]\n");
+
   json full = json::parse(encodeWords({everyField()}))[0];
   EXPECT_EQ(full.size(), 30u);
   EXPECT_TRUE(full["date"].is_number_float());
