@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -416,6 +417,33 @@ class WordsReader final : public json::json_sax_t {
   std::string translation_;
 };
 
+// The length of the well-formed UTF-8 sequence that opens `text`, 0 when it is not one
+// (overlong forms, surrogates and values past U+10FFFF included).
+std::size_t sequenceLength(std::string_view text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned char lead = byte(0);
+  std::size_t length;
+  unsigned char low = 0x80, high = 0xBF;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    length = 2;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    length = 3;
+    if (lead == 0xE0) low = 0xA0;
+    if (lead == 0xED) high = 0x9F;
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    length = 4;
+    if (lead == 0xF0) low = 0x90;
+    if (lead == 0xF4) high = 0x8F;
+  } else {
+    return 0;
+  }
+  if (text.size() < length) return 0;
+  if (byte(1) < low || byte(1) > high) return 0;
+  for (std::size_t i = 2; i < length; ++i)
+    if (byte(i) < 0x80 || byte(i) > 0xBF) return 0;
+  return length;
+}
+
 // The file's text, written directly rather than through a JSON tree: a store of 10,000 words is
 // written in a few milliseconds instead of a hundred. The layout is nlohmann-json's dump(2) (or
 // dump() when compact): keys in byte order, "key": value, two spaces per level, reals always with
@@ -590,33 +618,6 @@ class Writer {
       }
     }
   }
-  // The length of the well-formed UTF-8 sequence that opens `text`, 0 when it is not one
-  // (overlong forms, surrogates and values past U+10FFFF included).
-  static std::size_t sequenceLength(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char lead = byte(0);
-    std::size_t length;
-    unsigned char low = 0x80, high = 0xBF;
-    if (lead >= 0xC2 && lead <= 0xDF) {
-      length = 2;
-    } else if (lead >= 0xE0 && lead <= 0xEF) {
-      length = 3;
-      if (lead == 0xE0) low = 0xA0;
-      if (lead == 0xED) high = 0x9F;
-    } else if (lead >= 0xF0 && lead <= 0xF4) {
-      length = 4;
-      if (lead == 0xF0) low = 0x90;
-      if (lead == 0xF4) high = 0x8F;
-    } else {
-      return 0;
-    }
-    if (text.size() < length) return 0;
-    if (byte(1) < low || byte(1) > high) return 0;
-    for (std::size_t i = 2; i < length; ++i)
-      if (byte(i) < 0x80 || byte(i) > 0xBF) return 0;
-    return length;
-  }
-
   const bool pretty_;
   std::string out_;
   int depth_ = 0;
@@ -697,6 +698,255 @@ void writeWord(Writer& out, const SavedWord& word) {
   out.closeObject();
 }
 
+// A strict JSON reader (RFC 8259: no comments, no trailing commas, UTF-8 checked, lone surrogates
+// refused) that hands its events to a WordsReader. nlohmann-json's own reader keeps every byte of
+// the current token for its error messages, which made it most of a large store's load time.
+// Nesting deeper than kMaxDepth is refused: the file's layout needs four levels.
+class JsonReader {
+ public:
+  static constexpr int kMaxDepth = 256;
+
+  JsonReader(std::string_view text, WordsReader& events)
+      : at_(text.data()), end_(text.data() + text.size()), events_(events) {}
+
+  // False on a syntax error or when the events refused a value.
+  bool read() {
+    if (!value(0)) return false;
+    space();
+    return at_ == end_;
+  }
+
+ private:
+  void space() {
+    while (at_ != end_ && (*at_ == ' ' || *at_ == '\n' || *at_ == '\r' || *at_ == '\t')) ++at_;
+  }
+  bool take(char c) {
+    space();
+    if (at_ == end_ || *at_ != c) return false;
+    ++at_;
+    return true;
+  }
+
+  bool value(int depth) {
+    space();
+    if (at_ == end_) return false;
+    switch (*at_) {
+      case '{':
+        return object(depth + 1);
+      case '[':
+        return array(depth + 1);
+      case '"': {
+        std::string text;
+        return string(text) && events_.string(text);
+      }
+      case 't':
+        return literal("true") && events_.boolean(true);
+      case 'f':
+        return literal("false") && events_.boolean(false);
+      case 'n':
+        return literal("null") && events_.null();
+      default:
+        return number();
+    }
+  }
+
+  bool object(int depth) {
+    if (depth > kMaxDepth) return false;
+    ++at_;
+    if (!events_.start_object(std::size_t(-1))) return false;
+    if (take('}')) return events_.end_object();
+    do {
+      space();
+      std::string key;
+      if (at_ == end_ || *at_ != '"' || !string(key) || !take(':')) return false;
+      if (!events_.key(key) || !value(depth)) return false;
+    } while (take(','));
+    return take('}') && events_.end_object();
+  }
+
+  bool array(int depth) {
+    if (depth > kMaxDepth) return false;
+    ++at_;
+    if (!events_.start_array(std::size_t(-1))) return false;
+    if (take(']')) return events_.end_array();
+    do {
+      if (!value(depth)) return false;
+    } while (take(','));
+    return take(']') && events_.end_array();
+  }
+
+  bool literal(std::string_view word) {
+    if (static_cast<std::size_t>(end_ - at_) < word.size() ||
+        std::string_view(at_, word.size()) != word)
+      return false;
+    at_ += word.size();
+    return true;
+  }
+
+  bool hex4(unsigned& code) {
+    if (end_ - at_ < 4) return false;
+    code = 0;
+    for (int i = 0; i < 4; ++i) {
+      const char c = *at_++;
+      code <<= 4;
+      if (c >= '0' && c <= '9')
+        code |= static_cast<unsigned>(c - '0');
+      else if (c >= 'a' && c <= 'f')
+        code |= static_cast<unsigned>(c - 'a' + 10);
+      else if (c >= 'A' && c <= 'F')
+        code |= static_cast<unsigned>(c - 'A' + 10);
+      else
+        return false;
+    }
+    return true;
+  }
+
+  static void appendUtf8(std::string& out, unsigned code) {
+    if (code < 0x80) {
+      out += static_cast<char>(code);
+    } else if (code < 0x800) {
+      out += static_cast<char>(0xC0 | (code >> 6));
+      out += static_cast<char>(0x80 | (code & 0x3F));
+    } else if (code < 0x10000) {
+      out += static_cast<char>(0xE0 | (code >> 12));
+      out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+      out += static_cast<char>(0x80 | (code & 0x3F));
+    } else {
+      out += static_cast<char>(0xF0 | (code >> 18));
+      out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+      out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+      out += static_cast<char>(0x80 | (code & 0x3F));
+    }
+  }
+
+  bool escape(std::string& out) {
+    if (at_ == end_) return false;
+    switch (*at_++) {
+      case '"':
+        out += '"';
+        return true;
+      case '\\':
+        out += '\\';
+        return true;
+      case '/':
+        out += '/';
+        return true;
+      case 'b':
+        out += '\b';
+        return true;
+      case 'f':
+        out += '\f';
+        return true;
+      case 'n':
+        out += '\n';
+        return true;
+      case 'r':
+        out += '\r';
+        return true;
+      case 't':
+        out += '\t';
+        return true;
+      case 'u': {
+        unsigned code;
+        if (!hex4(code)) return false;
+        if (code >= 0xDC00 && code <= 0xDFFF) return false;  // a low surrogate alone
+        if (code >= 0xD800 && code <= 0xDBFF) {
+          unsigned low;
+          if (end_ - at_ < 2 || at_[0] != '\\' || at_[1] != 'u') return false;
+          at_ += 2;
+          if (!hex4(low) || low < 0xDC00 || low > 0xDFFF) return false;
+          code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
+        }
+        appendUtf8(out, code);
+        return true;
+      }
+      default:
+        return false;
+    }
+  }
+
+  // At the opening quote.
+  bool string(std::string& out) {
+    ++at_;
+    while (true) {
+      // The plain run up to the next quote, backslash, control character or non-ASCII byte.
+      const char* run = at_;
+      while (at_ != end_) {
+        const auto c = static_cast<unsigned char>(*at_);
+        if (c == '"' || c == '\\' || c < 0x20 || c >= 0x80) break;
+        ++at_;
+      }
+      out.append(run, at_);
+      if (at_ == end_) return false;
+      const auto c = static_cast<unsigned char>(*at_);
+      if (c == '"') {
+        ++at_;
+        return true;
+      }
+      if (c == '\\') {
+        ++at_;
+        if (!escape(out)) return false;
+      } else if (c < 0x20) {
+        return false;
+      } else {
+        const std::size_t length =
+            sequenceLength(std::string_view(at_, static_cast<std::size_t>(end_ - at_)));
+        if (length == 0) return false;
+        out.append(at_, length);
+        at_ += length;
+      }
+    }
+  }
+
+  static bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+  bool number() {
+    const char* start = at_;
+    if (at_ != end_ && *at_ == '-') ++at_;
+    if (at_ == end_ || !isDigit(*at_)) return false;
+    if (*at_ == '0')
+      ++at_;
+    else
+      while (at_ != end_ && isDigit(*at_)) ++at_;
+    bool real = false;
+    if (at_ != end_ && *at_ == '.') {
+      real = true;
+      ++at_;
+      if (at_ == end_ || !isDigit(*at_)) return false;
+      while (at_ != end_ && isDigit(*at_)) ++at_;
+    }
+    if (at_ != end_ && (*at_ == 'e' || *at_ == 'E')) {
+      real = true;
+      ++at_;
+      if (at_ != end_ && (*at_ == '+' || *at_ == '-')) ++at_;
+      if (at_ == end_ || !isDigit(*at_)) return false;
+      while (at_ != end_ && isDigit(*at_)) ++at_;
+    }
+    if (!real) {
+      if (*start == '-') {
+        long long value;
+        auto [end, error] = std::from_chars(start, at_, value);
+        if (error == std::errc() && end == at_) return events_.number_integer(value);
+      } else {
+        unsigned long long value;
+        auto [end, error] = std::from_chars(start, at_, value);
+        if (error == std::errc() && end == at_) return events_.number_unsigned(value);
+      }
+    }
+    // A real, or a whole number too large for 64 bits, as nlohmann-json reads it: the nearest
+    // double, infinite past the largest.
+    double value;
+    auto [end, error] = std::from_chars(start, at_, value);
+    if (error != std::errc() || end != at_)
+      value = std::strtod(std::string(start, at_).c_str(), nullptr);
+    return events_.number_float(value, {});
+  }
+
+  const char* at_;
+  const char* end_;
+  WordsReader& events_;
+};
+
 }  // namespace
 
 StoreDate storeDate(TimePoint t) {
@@ -732,8 +982,7 @@ std::string encodeWord(const SavedWord& word, bool pretty) {
 
 std::expected<std::vector<SavedWord>, std::string> decodeWords(std::string_view text) {
   WordsReader reader;
-  const bool parsed =
-      json::sax_parse(text.begin(), text.end(), &reader, json::input_format_t::json, true);
+  const bool parsed = JsonReader(text, reader).read();
   if (!parsed || !reader.finished())
     return std::unexpected(reader.error.empty() ? "JSON illisible" : reader.error);
   return std::move(reader.words);

@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <fstream>
 #include <limits>
-#include <sstream>
 #include <utility>
 
 #include "dict/lowercase.h"
@@ -44,13 +43,16 @@ auto findMatch(Words& words, std::string_view word, std::string_view lang) {
 enum class ReadOutcome { missing, unreadable, read };
 
 ReadOutcome readWhole(const std::filesystem::path& file, std::string& text) {
-  std::ifstream in(file, std::ios::binary);
+  std::ifstream in(file, std::ios::binary | std::ios::ate);
   if (!in) return errno == ENOENT ? ReadOutcome::missing : ReadOutcome::unreadable;
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  if (in.bad()) return ReadOutcome::unreadable;
-  text = std::move(buffer).str();
-  return ReadOutcome::read;
+  const std::streamoff size = in.tellg();
+  if (size < 0) return ReadOutcome::unreadable;
+  text.resize(static_cast<std::size_t>(size));
+  in.seekg(0);
+  in.read(text.data(), size);
+  // A file that shrank while it was read is read as far as it went; it will not decode.
+  text.resize(static_cast<std::size_t>(in.gcount()));
+  return in.bad() ? ReadOutcome::unreadable : ReadOutcome::read;
 }
 
 // A writer killed between creating its temporary file and renaming it leaves the file behind
