@@ -117,7 +117,7 @@ struct ListOptions {
 }  // namespace
 
 void addLearnCommands(CLI::App& app, const Folders& folders, Settings& settings, const Clock& clock,
-                      int& exitCode) {
+                      const ExitSignals& signals, int& exitCode) {
   auto wordOptions = std::make_shared<WordOptions>();
   auto listOptions = std::make_shared<ListOptions>();
   WordOptions& word = *wordOptions;
@@ -240,6 +240,7 @@ void addLearnCommands(CLI::App& app, const Folders& folders, Settings& settings,
     AnkiTarget target;
     target.url = settings.text("ankiConnectURL");
     target.deck = list.deck.empty() ? settings.text("ankiDeck") : list.deck;
+    target.stopped = [&signals] { return signals.caught().has_value(); };
     if (target.deck.empty()) {
       exitCode = fail("the deck name is empty");
       return;
@@ -254,6 +255,9 @@ void addLearnCommands(CLI::App& app, const Folders& folders, Settings& settings,
           break;
         case AnkiFailure::Kind::refused:
           exitCode = fail(fmt::format("AnkiConnect refused: {}", report.error().detail));
+          break;
+        case AnkiFailure::Kind::stopped:
+          exitCode = fail("Anki sync interrupted");
           break;
         case AnkiFailure::Kind::badReply:
           exitCode = fail(fmt::format("{} does not answer as AnkiConnect does ({})", target.url,

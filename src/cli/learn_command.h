@@ -11,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "learn/exit_signals.h"
 #include "settings/clock.h"
 #include "settings/folders.h"
 #include "settings/settings.h"
@@ -19,8 +20,8 @@ namespace vesko::cli {
 
 // Adds the commands to `app`; the chosen command stores its exit code in `exitCode`. Everything
 // passed must outlive the parse. The store is opened by the chosen command and closed (its
-// pending save written) before the command returns.
+// pending save written) before the command returns. `signals` cuts a long Anki sync short.
 void addLearnCommands(CLI::App& app, const Folders& folders, Settings& settings, const Clock& clock,
-                      int& exitCode);
+                      const ExitSignals& signals, int& exitCode);
 
 }  // namespace vesko::cli

@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
   vesko::cli::addConfigCommands(app, settings, exitCode);
   vesko::cli::addTrCommand(app, settings, exitCode);
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
-  vesko::cli::addLearnCommands(app, folders, settings, clock, exitCode);
+  vesko::cli::addLearnCommands(app, folders, settings, clock, exitSignals, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";

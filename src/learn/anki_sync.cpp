@@ -35,6 +35,11 @@ extern "C" std::size_t receive(char* data, std::size_t size, std::size_t count, 
   return bytes;
 }
 
+extern "C" int progress(void* user, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+  const auto* target = static_cast<const AnkiTarget*>(user);
+  return target->stopped && target->stopped() ? 1 : 0;  // non-zero aborts the transfer
+}
+
 // One POST of a JSON body to AnkiConnect, through libcurl.
 class AnkiConnection {
  public:
@@ -48,6 +53,8 @@ class AnkiConnection {
   // The request's `result`, or why there is none.
   std::expected<json, AnkiFailure> call(const std::string& action, json params = json::object()) {
     if (!curl_) return std::unexpected(AnkiFailure{AnkiFailure::Kind::badReply, "libcurl"});
+    if (target_.stopped && target_.stopped())
+      return std::unexpected(AnkiFailure{AnkiFailure::Kind::stopped, "stopped"});
     json request = {{"action", action}, {"version", kAnkiConnectVersion}};
     if (!params.empty()) request["params"] = std::move(params);
     const std::string body = request.dump(-1, ' ', false, json::error_handler_t::replace);
@@ -65,8 +72,13 @@ class AnkiConnection {
     curl_easy_setopt(curl_, CURLOPT_WRITEDATA, &received);
     curl_easy_setopt(curl_, CURLOPT_TIMEOUT_MS, static_cast<long>(target_.timeout.count()));
     curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl_, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(curl_, CURLOPT_XFERINFOFUNCTION, progress);
+    curl_easy_setopt(curl_, CURLOPT_XFERINFODATA, &target_);
     curl_easy_setopt(curl_, CURLOPT_PROXY, "");  // AnkiConnect is local: never through a proxy
     const CURLcode code = curl_easy_perform(curl_);
+    if (code == CURLE_ABORTED_BY_CALLBACK)
+      return std::unexpected(AnkiFailure{AnkiFailure::Kind::stopped, "stopped"});
     if (code == CURLE_COULDNT_CONNECT || code == CURLE_COULDNT_RESOLVE_HOST)
       return std::unexpected(AnkiFailure{AnkiFailure::Kind::notRunning, curl_easy_strerror(code)});
     if (received.tooLarge)

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <expected>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct AnkiTarget {
   std::string url = kAnkiConnectURL;
   std::string deck = "Vesko";
   std::chrono::milliseconds timeout{10000};  // each exchange
+  // Asked between exchanges and while one is under way: true abandons the sync (Ctrl-C).
+  std::function<bool()> stopped;
 };
 
 struct AnkiSyncReport {
@@ -33,6 +36,7 @@ struct AnkiFailure {
     notRunning,  // nothing answers at the address: Anki is closed or AnkiConnect is missing
     refused,     // AnkiConnect answered with an error
     badReply,    // what answered does not speak AnkiConnect
+    stopped,     // `stopped` said so; notes sent before stay in Anki
   };
   Kind kind = Kind::badReply;
   std::string detail;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <httplib.h>
 
+#include <atomic>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <regex>
@@ -40,6 +41,7 @@ class FakeAnki {
         return;
       }
       json call = json::parse(request.body);
+      ++calls;
       EXPECT_EQ(call["version"], 6);
       actions.push_back(call["action"]);
       response.set_content(answer(call).dump(), "application/json");
@@ -69,6 +71,7 @@ class FakeAnki {
   std::vector<json> notes;  // as added
   std::set<std::string> fronts;
   std::vector<std::string> actions;
+  std::atomic<int> calls{0};
 
  private:
   json answer(const json& call) {
@@ -163,6 +166,17 @@ TEST(AnkiSyncTest, AbsentAnkiIsReportedAsNotRunning) {
   auto report = syncToAnki({word("学习", "zh")}, target);
   ASSERT_FALSE(report);
   EXPECT_EQ(report.error().kind, AnkiFailure::Kind::notRunning);
+}
+
+TEST(AnkiSyncTest, StopsWhenAskedBetweenExchanges) {
+  FakeAnki anki;
+  AnkiTarget target = anki.target();
+  target.stopped = [&anki] { return anki.calls.load() >= 2; };
+  auto report = syncToAnki({word("学习", "zh"), word("中文", "zh")}, target);
+  ASSERT_FALSE(report);
+  EXPECT_EQ(report.error().kind, AnkiFailure::Kind::stopped);
+  EXPECT_EQ(anki.calls.load(), 2);  // deckNames, createDeck
+  EXPECT_TRUE(anki.notes.empty());
 }
 
 TEST(AnkiSyncTest, StrangeRepliesAreFailuresNotCrashes) {
