@@ -40,8 +40,9 @@ struct KeepResult {
 
 class WordStore {
  public:
-  // Loads `file` (mots.json): a missing or unreadable file gives an empty list silently; a file
-  // that does not decode gives an empty list and is set aside under a dated "broken-" name, with a
+  // Loads `file` (mots.json): a missing or unreadable file gives an empty list silently (an
+  // unreadable one, say for its permissions, is then never written over); a file that does not
+  // decode gives an empty list and is set aside under a dated "broken-" name, with a
   // log line and a notice for the learner (pendingNotice). Everything given must outlive the
   // store.
   WordStore(std::filesystem::path file, const Clock& clock, Log& log, const Loc& loc);
@@ -87,9 +88,9 @@ class WordStore {
   // Writes a pending deferred save now.
   void flush();
 
-  // "⚠️ Un fichier de données était illisible ; une copie a été gardée : mots.broken-….json"
-  // in the interface language, once, after a file was set aside; nothing otherwise. The caller
-  // shows it.
+  // "⚠️ Un fichier de données était illisible ; une copie a été gardée :
+  // mots.broken-….json" in the interface language, once, after a file was set aside; nothing
+  // otherwise. The caller shows it.
   std::optional<std::string> pendingNotice();
 
   // Why the last write failed ("mots.json : Permission denied"), until a write succeeds. A failed

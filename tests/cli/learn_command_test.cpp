@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <httplib.h>
 
+#include <atomic>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -184,7 +185,7 @@ class AnkiConnect {
     thread_.join();
   }
   int port = 0;
-  int added = 0;
+  std::atomic<int> added{0};
 
  private:
   httplib::Server server_;
@@ -204,7 +205,7 @@ TEST_F(LearnCommandTest, AnkiSyncSendsNotesOrSaysAnkiIsAbsent) {
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(json::parse(run.out),
               json::parse(R"({"deck":"Chinois","added":2,"skipped":0,"deckCreated":true})"));
-    EXPECT_EQ(anki.added, 2);
+    EXPECT_EQ(anki.added.load(), 2);
   }
   auto run = vesko("anki sync");
   EXPECT_EQ(run.status, 2);

@@ -31,6 +31,15 @@ SavedWord word(std::string spelling, std::string lang, std::string reading = "",
 }
 
 // What Anki holds, and every action asked of it.
+struct AnkiState {
+  std::set<std::string> decks{"Default"};
+  std::vector<json> notes;  // as added
+  std::set<std::string> fronts;
+  std::vector<std::string> actions;
+};
+
+// A loopback AnkiConnect. Its state is read and changed under its lock: the server answers on a
+// thread of its own.
 class FakeAnki {
  public:
   FakeAnki() {
@@ -43,7 +52,7 @@ class FakeAnki {
       json call = json::parse(request.body);
       ++calls;
       EXPECT_EQ(call["version"], 6);
-      actions.push_back(call["action"]);
+      state_.actions.push_back(call["action"]);
       response.set_content(answer(call).dump(), "application/json");
     });
     port_ = server_.bind_to_any_port("127.0.0.1");
@@ -67,14 +76,24 @@ class FakeAnki {
     reply_ = std::move(body);
   }
 
-  std::set<std::string> decks{"Default"};
-  std::vector<json> notes;  // as added
-  std::set<std::string> fronts;
-  std::vector<std::string> actions;
+  AnkiState state() {
+    std::lock_guard lock(mutex_);
+    return state_;
+  }
+  template <typename Change>
+  void change(Change change) {
+    std::lock_guard lock(mutex_);
+    change(state_);
+  }
+
   std::atomic<int> calls{0};
 
  private:
+  // Under mutex_.
   json answer(const json& call) {
+    auto& decks = state_.decks;
+    auto& notes = state_.notes;
+    auto& fronts = state_.fronts;
     const std::string action = call["action"];
     if (action == "deckNames") return {{"result", decks}, {"error", nullptr}};
     if (action == "createDeck") {
@@ -109,6 +128,7 @@ class FakeAnki {
   std::thread thread_;
   std::mutex mutex_;
   std::optional<std::string> reply_;
+  AnkiState state_;
 };
 
 TEST(AnkiSyncTest, NewWordsAreSentOnceIntoTheirDeck) {
@@ -121,40 +141,45 @@ TEST(AnkiSyncTest, NewWordsAreSentOnceIntoTheirDeck) {
   EXPECT_EQ(first->added, 3);
   EXPECT_EQ(first->skipped, 0);
   EXPECT_TRUE(first->deckCreated);
-  EXPECT_TRUE(anki.decks.count("Vesko"));
+  AnkiState state = anki.state();
+  EXPECT_TRUE(state.decks.count("Vesko"));
 
-  ASSERT_EQ(anki.notes.size(), 3u);
-  const json& note = anki.notes[0];
+  ASSERT_EQ(state.notes.size(), 3u);
+  const json& note = state.notes[0];
   EXPECT_EQ(note["deckName"], "Vesko");
   EXPECT_EQ(note["modelName"], "Basic");
   EXPECT_EQ(note["fields"]["Front"], "学习");
   EXPECT_EQ(note["fields"]["Back"], "xué xí<br><br>我们一起<b>学习</b>。");
   EXPECT_EQ(note["tags"], json::array({"vesko", "zh"}));
-  EXPECT_EQ(anki.notes[1]["fields"]["Back"], "<b>hello</b> there");
-  EXPECT_EQ(anki.notes[2]["fields"]["Front"], "a_b*&quot;c\\");
+  EXPECT_EQ(state.notes[1]["fields"]["Back"], "<b>hello</b> there");
+  EXPECT_EQ(state.notes[2]["fields"]["Front"], "a_b*&quot;c\\");
 
   auto second = syncToAnki(words, anki.target());
   ASSERT_TRUE(second) << second.error().detail;
   EXPECT_EQ(second->added, 0);
   EXPECT_EQ(second->skipped, 3);
   EXPECT_FALSE(second->deckCreated);
-  EXPECT_EQ(anki.notes.size(), 3u);
-  EXPECT_EQ(std::count(anki.actions.begin(), anki.actions.end(), "addNotes"), 1);
+  state = anki.state();
+  EXPECT_EQ(state.notes.size(), 3u);
+  EXPECT_EQ(std::count(state.actions.begin(), state.actions.end(), "addNotes"), 1);
 }
 
 TEST(AnkiSyncTest, WordsAnkiAlreadyHasAreSkipped) {
   FakeAnki anki;
-  anki.decks.insert("Mots");
-  anki.fronts = {"学习"};
+  anki.change([](AnkiState& state) {
+    state.decks.insert("Mots");
+    state.fronts = {"学习"};
+  });
   const std::vector<SavedWord> words{word("学习", "zh"), word("中文", "zh"), word("学习", "ja")};
   auto report = syncToAnki(words, anki.target("Mots"));
   ASSERT_TRUE(report) << report.error().detail;
   EXPECT_EQ(report->added, 1);
   EXPECT_EQ(report->skipped, 2);
   EXPECT_FALSE(report->deckCreated);
-  ASSERT_EQ(anki.notes.size(), 1u);
-  EXPECT_EQ(anki.notes[0]["fields"]["Front"], "中文");
-  EXPECT_EQ(anki.notes[0]["deckName"], "Mots");
+  const AnkiState state = anki.state();
+  ASSERT_EQ(state.notes.size(), 1u);
+  EXPECT_EQ(state.notes[0]["fields"]["Front"], "中文");
+  EXPECT_EQ(state.notes[0]["deckName"], "Mots");
 }
 
 TEST(AnkiSyncTest, AbsentAnkiIsReportedAsNotRunning) {
@@ -176,7 +201,7 @@ TEST(AnkiSyncTest, StopsWhenAskedBetweenExchanges) {
   ASSERT_FALSE(report);
   EXPECT_EQ(report.error().kind, AnkiFailure::Kind::stopped);
   EXPECT_EQ(anki.calls.load(), 2);  // deckNames, createDeck
-  EXPECT_TRUE(anki.notes.empty());
+  EXPECT_TRUE(anki.state().notes.empty());
 }
 
 TEST(AnkiSyncTest, StrangeRepliesAreFailuresNotCrashes) {
