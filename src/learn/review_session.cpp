@@ -39,6 +39,11 @@ std::size_t characterLength(unsigned char lead) {
   return lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
 }
 
+// `q`, and in a terminal without signals Ctrl-C and Ctrl-D.
+bool isQuit(const std::string& key) {
+  return key == "q" || key == "Q" || key == "\x03" || key == "\x04";
+}
+
 }  // namespace
 
 ReviewSession::ReviewSession(std::istream& in, std::ostream& out, const Loc& loc,
@@ -117,7 +122,7 @@ void ReviewSession::showAnswer(const SavedWord& card) {
 std::optional<int> ReviewSession::readGrade() {
   for (;;) {
     auto key = readKey();
-    if (!key || *key == "q" || *key == "Q") return std::nullopt;
+    if (!key || isQuit(*key)) return std::nullopt;
     if (key->size() == 1 && (*key)[0] >= '1' && (*key)[0] <= '5') return (*key)[0] - '0';
   }
 }
@@ -138,7 +143,7 @@ ReviewSession::Outcome ReviewSession::run(const std::vector<SavedWord>& today, s
     const SavedWord& card = today[i];
     showQuestion(card, i + 1, today.size());
     auto key = readKey();
-    if (!key || *key == "q" || *key == "Q") {
+    if (!key || isQuit(*key)) {
       outcome.quit = true;
       break;
     }

@@ -112,6 +112,7 @@ TEST(ReviewSessionTest, QuitAndEndOfInputLeaveTheRestUntouched) {
       {"q instead of the answer", "\n3\nq\n", 1},
       {"q instead of a grade", "\n3\n\nq\n", 1},
       {"input ends", "\n3\n", 1},
+      {"Ctrl-C from a terminal without signals", "\n3\n\x03", 1},
       {"nothing at all", "", 0},
   };
   for (const auto& row : rows) {
