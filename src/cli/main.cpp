@@ -7,10 +7,12 @@
 #include <iostream>
 #include <string>
 
+#include "cli/learn_command.h"
 #include "cli/look_command.h"
 #include "cli/review_command.h"
 #include "cli/settings_command.h"
 #include "cli/zh_command.h"
+#include "learn/exit_signals.h"
 #include "settings/clock.h"
 #include "settings/credits.h"
 #include "settings/environment.h"
@@ -18,6 +20,9 @@
 #include "settings/settings.h"
 
 int main(int argc, char** argv) {
+  // Before anything that may hold unsaved kept words: a SIGTERM or Ctrl-C during a command lets
+  // the command finish and write, then ends the process as the signal would have.
+  vesko::ExitSignals exitSignals;
   CLI::App app{"Vesko: a reading assistant for language learners"};
   app.name("vesko");
   app.require_subcommand(1);
@@ -35,6 +40,7 @@ int main(int argc, char** argv) {
   vesko::cli::addConfigCommands(app, settings, exitCode);
   vesko::cli::addTrCommand(app, settings, exitCode);
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
+  vesko::cli::addLearnCommands(app, folders, settings, clock, exitSignals, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";
@@ -54,5 +60,6 @@ int main(int argc, char** argv) {
     std::cerr << "vesko: " << error.what() << '\n';
     return 2;
   }
+  exitSignals.exitAsCaught();
   return exitCode;
 }

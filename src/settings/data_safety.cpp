@@ -1,6 +1,7 @@
 #include "settings/data_safety.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -92,6 +93,33 @@ std::expected<std::filesystem::path, std::error_code> setAside(const std::filesy
     }
     if (errno != EEXIST || attempt >= 100) return std::unexpected(lastError());
   }
+}
+
+FileStamp fileStamp(const std::filesystem::path& file) {
+  struct stat info {};
+  if (::stat(file.c_str(), &info) != 0) return {};
+  return {true, static_cast<unsigned long long>(info.st_dev),
+          static_cast<unsigned long long>(info.st_ino),
+          static_cast<unsigned long long>(info.st_size),
+          info.st_mtim.tv_sec * 1'000'000'000LL + info.st_mtim.tv_nsec};
+}
+
+FileLock::FileLock(const std::filesystem::path& path) {
+  std::error_code ignored;
+  if (path.has_parent_path()) std::filesystem::create_directories(path.parent_path(), ignored);
+  fd_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  if (fd_ < 0) return;
+  while (::flock(fd_, LOCK_EX) != 0) {
+    if (errno != EINTR) {
+      ::close(fd_);
+      fd_ = -1;
+      return;
+    }
+  }
+}
+
+FileLock::~FileLock() {
+  if (fd_ >= 0) ::close(fd_);  // closing releases the lock
 }
 
 }  // namespace vesko

@@ -24,3 +24,33 @@ std::expected<std::filesystem::path, std::error_code> setAside(const std::filesy
                                                                const Clock& clock);
 
 }  // namespace vesko
+
+namespace vesko {
+
+// A file as seen by stat(): two equal stamps mean nobody replaced or rewrote it in between (an
+// atomic replacement always changes the inode). `exists` false for a missing file.
+struct FileStamp {
+  bool exists = false;
+  unsigned long long device = 0, inode = 0, size = 0;
+  long long modifiedNs = 0;
+  bool operator==(const FileStamp&) const = default;
+};
+FileStamp fileStamp(const std::filesystem::path& file);
+
+// Holds an exclusive advisory lock (flock) on `path` for its lifetime, creating the file when
+// missing. The lock file is never deleted: removing it would let two processes lock two different
+// files of one name. Blocks until the lock is free; held() is false when the file cannot be
+// opened. One owner; not shared between threads.
+class FileLock {
+ public:
+  explicit FileLock(const std::filesystem::path& path);
+  ~FileLock();
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  bool held() const { return fd_ >= 0; }
+
+ private:
+  int fd_ = -1;
+};
+
+}  // namespace vesko

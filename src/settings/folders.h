@@ -19,6 +19,7 @@ struct Folders {
 
   std::filesystem::path settingsFile() const { return config / "settings.json"; }
   std::filesystem::path logFile() const { return state / "debug.log"; }
+  std::filesystem::path wordsFile() const { return data / "mots.json"; }
 };
 
 }  // namespace vesko

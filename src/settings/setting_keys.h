@@ -70,6 +70,9 @@ inline constexpr SettingKey kSettingKeys[] = {
   setting_rows::integer("review.newCount", 0, "new cards graded that day"),
   setting_rows::record("aiu.d.", "AI usage of one day (aiu.d.yyyy-MM-dd): calls, in, out, usd"),
   setting_rows::record("aiu.m.", "AI usage of one month (aiu.m.yyyy-MM): calls, in, out, usd"),
+  // Kept words sent to Anki
+  setting_rows::text("ankiConnectURL", "http://127.0.0.1:8765", "address of Anki's AnkiConnect add-on, for vesko anki sync"),
+  setting_rows::text("ankiDeck", "Vesko", "Anki deck that vesko anki sync fills"),
 };
 // clang-format on
 

@@ -33,32 +33,6 @@ Settings::FileStamp stampOf(const std::filesystem::path& file) {
           info.st_ctim.tv_sec * 1'000'000'000LL + info.st_ctim.tv_nsec};
 }
 
-// Holds an exclusive flock on the lock file for its lifetime. The lock file is never deleted:
-// removing it would let two processes lock two different files of one name.
-class FileLock {
- public:
-  explicit FileLock(const std::filesystem::path& path) {
-    fd_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
-    if (fd_ < 0) return;
-    while (::flock(fd_, LOCK_EX) != 0) {
-      if (errno != EINTR) {
-        ::close(fd_);
-        fd_ = -1;
-        return;
-      }
-    }
-  }
-  ~FileLock() {
-    if (fd_ >= 0) ::close(fd_);  // closing releases the lock
-  }
-  FileLock(const FileLock&) = delete;
-  FileLock& operator=(const FileLock&) = delete;
-  bool held() const { return fd_ >= 0; }
-
- private:
-  int fd_ = -1;
-};
-
 std::filesystem::path lockPath(const std::filesystem::path& file) {
   return file.parent_path() / (file.filename().string() + ".lock");
 }

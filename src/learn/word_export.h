@@ -1,0 +1,24 @@
+#pragma once
+// Kept words as a text file that Anki (2.1.55 and later) imports as notes: header lines naming
+// the separator, HTML fields and the columns, then one line per word with its word, reading,
+// definition, sentence (the word in bold) and tags (its language code). Stateless; any thread.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "learn/saved_word.h"
+
+namespace vesko {
+
+enum class ExportFormat { csv, tsv };
+
+std::string exportWords(const std::vector<SavedWord>& words, ExportFormat format);
+
+// `sentence` as HTML with the first occurrence of `word` in <b>…</b> (matched as written, else
+// regardless of case); the whole sentence escaped when the word is not in it.
+std::string boldSentence(std::string_view sentence, std::string_view word);
+// &, <, > and " as entities.
+std::string escapeHtml(std::string_view text);
+
+}  // namespace vesko
