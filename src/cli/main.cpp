@@ -36,11 +36,11 @@ int main(int argc, char** argv) {
               << kept->string() << " and the defaults apply\n";
   vesko::cli::addZhCommands(app, exitCode);
   vesko::cli::addLookCommand(app, exitCode);
-  vesko::cli::addScheduleCommand(app, exitCode);
   vesko::cli::addConfigCommands(app, settings, exitCode);
   vesko::cli::addTrCommand(app, settings, exitCode);
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
   vesko::cli::addLearnCommands(app, folders, settings, clock, exitSignals, exitCode);
+  vesko::cli::addReviewCommands(app, folders, settings, clock, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";
