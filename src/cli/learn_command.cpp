@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/open_store.h"
 #include "cli/zh_output.h"
 #include "dict/cedict.h"
 #include "learn/anki_sync.h"
@@ -33,35 +34,6 @@ int fail(const std::string& message) {
 void print(const json& value) {
   std::cout << dump(value) << '\n';
 }
-
-// What the store needs around it for one command: the log it writes to and the interface texts
-// of its notice. The Chinese dictionary stays unloaded: a notice in traditional characters that
-// the table lacks is then shown in simplified ones.
-class OpenStore {
- public:
-  OpenStore(const Folders& folders, Settings& settings, const Clock& clock)
-      : log_(folders.logFile(), settings, clock),
-        hant_(dictionary_),
-        loc_(settings, tables_, hant_, preferredLanguages(processEnvironment())),
-        store_(folders.wordsFile(), clock, log_, loc_) {
-    if (auto notice = store_.pendingNotice()) std::cerr << "vesko: " << *notice << '\n';
-  }
-  WordStore& store() { return store_; }
-  // Exit code 2 with the reason when the last write failed.
-  int saved(int& exitCode) {
-    if (const auto& error = store_.writeError())
-      exitCode = fail(fmt::format("the kept words could not be saved ({})", *error));
-    return exitCode;
-  }
-
- private:
-  Log log_;
-  LocTables tables_;
-  CEDict dictionary_;
-  HantCache hant_;
-  Loc loc_;
-  WordStore store_;  // last: flushed before what it uses goes
-};
 
 json recordJson(const SavedWord& word) {
   return json::parse(encodeWord(word, false));

@@ -9,6 +9,7 @@
 
 #include "cli/learn_command.h"
 #include "cli/look_command.h"
+#include "cli/review_command.h"
 #include "cli/settings_command.h"
 #include "cli/usage_command.h"
 #include "cli/zh_command.h"
@@ -41,6 +42,7 @@ int main(int argc, char** argv) {
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
   vesko::cli::addUsageCommand(app, settings, clock, exitCode);
   vesko::cli::addLearnCommands(app, folders, settings, clock, exitSignals, exitCode);
+  vesko::cli::addReviewCommands(app, folders, settings, clock, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";

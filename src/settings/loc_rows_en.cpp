@@ -132,6 +132,14 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "Diagnostic log (debug.log)"},
   {"Journal des 3 dernières minutes", "Log of the last 3 minutes"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "Attach what Vesko did in the last 3 minutes (may include text read from the screen; you can see it in the email before sending)"},
+
+  // The review session in a terminal
+  {"Entrée : voir la réponse · q : quitter", "Enter: show the answer · q: quit"},
+  {"Ta note (1 à 5) · q : quitter", "Your grade (1 to 5) · q: quit"},
+  {"Rien à relire aujourd'hui.", "Nothing to review today."},
+  {"Révision finie : %d cartes notées.", "Review done: %d cards graded."},
+  {"%d min", "%d min"},
+  {"%d j", "%d d"},
 };
 // clang-format on
 

@@ -133,6 +133,14 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "Dziennik diagnostyczny (debug.log)"},
   {"Journal des 3 dernières minutes", "Dziennik z ostatnich 3 minut"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "Dołącz to, co Vesko robił przez ostatnie 3 minuty (może zawierać tekst odczytany z ekranu; zobaczysz go w mailu przed wysłaniem)"},
+
+  // The review session in a terminal
+  {"Entrée : voir la réponse · q : quitter", "Enter: pokaż odpowiedź · q: wyjdź"},
+  {"Ta note (1 à 5) · q : quitter", "Twoja ocena (od 1 do 5) · q: wyjdź"},
+  {"Rien à relire aujourd'hui.", "Dziś nie ma nic do powtórki."},
+  {"Révision finie : %d cartes notées.", "Powtórka skończona: ocenione karty: %d."},
+  {"%d min", "%d min"},
+  {"%d j", "%d dn."},
 };
 // clang-format on
 

@@ -133,6 +133,14 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "Журнал диагностики (debug.log)"},
   {"Journal des 3 dernières minutes", "Журнал за последние 3 минуты"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "Приложить то, что Vesko делал последние 3 минуты (может содержать текст, прочитанный с экрана; его видно в письме до отправки)"},
+
+  // The review session in a terminal
+  {"Entrée : voir la réponse · q : quitter", "Enter: показать ответ · q: выйти"},
+  {"Ta note (1 à 5) · q : quitter", "Твоя оценка (от 1 до 5) · q: выйти"},
+  {"Rien à relire aujourd'hui.", "Сегодня повторять нечего."},
+  {"Révision finie : %d cartes notées.", "Повторение окончено: оценено карточек: %d."},
+  {"%d min", "%d мин"},
+  {"%d j", "%d дн."},
 };
 // clang-format on
 

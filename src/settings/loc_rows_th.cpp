@@ -132,6 +132,14 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "บันทึกการวินิจฉัย (debug.log)"},
   {"Journal des 3 dernières minutes", "บันทึก 3 นาทีล่าสุด"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "แนบสิ่งที่ Vesko ทำใน 3 นาทีล่าสุด (อาจมีข้อความที่อ่านจากหน้าจอ และดูได้ในอีเมลก่อนส่ง)"},
+
+  // The review session in a terminal
+  {"Entrée : voir la réponse · q : quitter", "Enter: ดูคำตอบ · q: ออก"},
+  {"Ta note (1 à 5) · q : quitter", "คะแนนของคุณ (1 ถึง 5) · q: ออก"},
+  {"Rien à relire aujourd'hui.", "วันนี้ไม่มีอะไรต้องทบทวน"},
+  {"Révision finie : %d cartes notées.", "ทบทวนเสร็จแล้ว: ให้คะแนนไป %d บัตร"},
+  {"%d min", "%d นาที"},
+  {"%d j", "%d วัน"},
 };
 // clang-format on
 

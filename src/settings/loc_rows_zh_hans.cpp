@@ -132,6 +132,14 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "诊断日志（debug.log）"},
   {"Journal des 3 dernières minutes", "最近 3 分钟的日志"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "附上 Vesko 最近 3 分钟的操作记录（可能包含从屏幕上读取的文字；发送前可在邮件中查看）"},
+
+  // The review session in a terminal
+  {"Entrée : voir la réponse · q : quitter", "回车：显示答案 · q：退出"},
+  {"Ta note (1 à 5) · q : quitter", "你的评分（1 到 5）· q：退出"},
+  {"Rien à relire aujourd'hui.", "今天没有要复习的内容。"},
+  {"Révision finie : %d cartes notées.", "复习结束：已评分 %d 张卡片。"},
+  {"%d min", "%d 分钟"},
+  {"%d j", "%d 天"},
 };
 // clang-format on
 

@@ -132,6 +132,14 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "診斷記錄（debug.log）"},
   {"Journal des 3 dernières minutes", "最近 3 分鐘的記錄"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "附上 Vesko 最近 3 分鐘的操作記錄（可能包含從螢幕上讀取的文字；寄出前可在郵件中查看）"},
+
+  // The review session in a terminal
+  {"Entrée : voir la réponse · q : quitter", "Enter：顯示答案 · q：離開"},
+  {"Ta note (1 à 5) · q : quitter", "你的評分（1 到 5）· q：離開"},
+  {"Rien à relire aujourd'hui.", "今天沒有要複習的內容。"},
+  {"Révision finie : %d cartes notées.", "複習結束：已評分 %d 張卡片。"},
+  {"%d min", "%d 分鐘"},
+  {"%d j", "%d 天"},
 };
 // clang-format on
 

@@ -328,8 +328,20 @@ std::expected<void, SettingsError> Settings::remove(std::string_view key) {
 }
 
 std::expected<void, SettingsError> Settings::update(std::string_view key, const Change& change) {
-  const SettingKey* row = findSettingKey(key);
-  if (!row) return std::unexpected(SettingsError::unknownKey);
+  const std::string_view keys[] = {key};
+  return update(keys, [&](std::vector<std::optional<SettingValue>> current) {
+    return std::vector<std::optional<SettingValue>>{change(std::move(current.front()))};
+  });
+}
+
+std::expected<void, SettingsError> Settings::update(std::span<const std::string_view> keys,
+                                                    const Changes& change) {
+  std::vector<const SettingKey*> rows;
+  for (auto key : keys) {
+    const SettingKey* row = findSettingKey(key);
+    if (!row) return std::unexpected(SettingsError::unknownKey);
+    rows.push_back(row);
+  }
   std::lock_guard writing(writeMutex_);
   std::error_code error;
   std::filesystem::create_directories(file_.parent_path(), error);
@@ -345,15 +357,21 @@ std::expected<void, SettingsError> Settings::update(std::string_view key, const 
   }
 
   json values = fromFile_->values;
-  std::optional<SettingValue> current;
-  if (auto it = values.find(key); it != values.end()) current = typed(*it, row->kind);
+  std::vector<std::optional<SettingValue>> current;
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    auto& value = current.emplace_back();
+    if (auto it = values.find(keys[i]); it != values.end()) value = typed(*it, rows[i]->kind);
+  }
   auto next = change(std::move(current));
-  if (next) {
-    auto fit = fitted(*row, std::move(*next));
-    if (!fit) return std::unexpected(SettingsError::wrongType);
-    values[std::string(key)] = toJson(*fit);
-  } else {
-    values.erase(std::string(key));
+  if (next.size() != keys.size()) return std::unexpected(SettingsError::wrongType);
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    if (next[i]) {
+      auto fit = fitted(*rows[i], std::move(*next[i]));
+      if (!fit) return std::unexpected(SettingsError::wrongType);
+      values[std::string(keys[i])] = toJson(*fit);
+    } else {
+      values.erase(std::string(keys[i]));
+    }
   }
 
   // nlohmann keeps object keys sorted, so the file is written with sorted keys.

@@ -17,6 +17,7 @@
 #include <mutex>
 #include <optional>
 #include <shared_mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -81,6 +82,12 @@ class Settings {
   // gets the current value and returns the new one, nothing to remove the key.
   using Change = std::function<std::optional<SettingValue>(std::optional<SettingValue> current)>;
   std::expected<void, SettingsError> update(std::string_view key, const Change& change);
+  // The same for keys that only make sense together (a day and that day's count): `change` gets
+  // the current value of each key, in the order given, and returns their new values in that order.
+  using Changes = std::function<std::vector<std::optional<SettingValue>>(
+      std::vector<std::optional<SettingValue>> current)>;
+  std::expected<void, SettingsError> update(std::span<const std::string_view> keys,
+                                            const Changes& change);
 
   // A value for this run only, above the file and never written (`vesko tr --ui en`).
   void overrideForRun(std::string_view key, SettingValue value);
