@@ -7,6 +7,8 @@
 #include <iostream>
 #include <string>
 
+#include "ai/curl_http_client.h"
+#include "cli/ai_command.h"
 #include "cli/look_command.h"
 #include "cli/settings_command.h"
 #include "cli/zh_command.h"
@@ -22,6 +24,7 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   app.set_version_flag("--version", std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
   int exitCode = 0;
+  const vesko::CurlLibrary curl;  // before any request, on this one thread
   const vesko::SystemClock clock;
   const auto folders = vesko::Folders::fromEnvironment(vesko::processEnvironment());
   vesko::Settings settings(folders.settingsFile(), clock);
@@ -33,6 +36,7 @@ int main(int argc, char** argv) {
   vesko::cli::addConfigCommands(app, settings, exitCode);
   vesko::cli::addTrCommand(app, settings, exitCode);
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
+  vesko::cli::addAICommands(app, settings, folders, clock, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";

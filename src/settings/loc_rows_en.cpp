@@ -132,6 +132,9 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "Diagnostic log (debug.log)"},
   {"Journal des 3 dernières minutes", "Log of the last 3 minutes"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "Attach what Vesko did in the last 3 minutes (may include text read from the screen; you can see it in the email before sending)"},
+
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "The local AI isn't available: start a local model server, or choose Claude or DeepSeek in Settings → AI."},
 };
 // clang-format on
 

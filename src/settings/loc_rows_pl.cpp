@@ -133,6 +133,9 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "Dziennik diagnostyczny (debug.log)"},
   {"Journal des 3 dernières minutes", "Dziennik z ostatnich 3 minut"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "Dołącz to, co Vesko robił przez ostatnie 3 minuty (może zawierać tekst odczytany z ekranu; zobaczysz go w mailu przed wysłaniem)"},
+
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Lokalna AI jest niedostępna: uruchom lokalny serwer modelu albo wybierz Claude lub DeepSeek w Ustawieniach → AI."},
 };
 // clang-format on
 

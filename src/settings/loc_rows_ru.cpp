@@ -133,6 +133,9 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "Журнал диагностики (debug.log)"},
   {"Journal des 3 dernières minutes", "Журнал за последние 3 минуты"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "Приложить то, что Vesko делал последние 3 минуты (может содержать текст, прочитанный с экрана; его видно в письме до отправки)"},
+
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Локальный ИИ недоступен: запусти локальный сервер модели или выбери Claude или DeepSeek в Настройках → ИИ."},
 };
 // clang-format on
 

@@ -132,6 +132,9 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "บันทึกการวินิจฉัย (debug.log)"},
   {"Journal des 3 dernières minutes", "บันทึก 3 นาทีล่าสุด"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "แนบสิ่งที่ Vesko ทำใน 3 นาทีล่าสุด (อาจมีข้อความที่อ่านจากหน้าจอ และดูได้ในอีเมลก่อนส่ง)"},
+
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "ใช้ AI ในเครื่องไม่ได้ โปรดเปิดเซิร์ฟเวอร์โมเดลในเครื่อง หรือเลือก Claude หรือ DeepSeek ใน การตั้งค่า → AI"},
 };
 // clang-format on
 

@@ -132,6 +132,9 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "诊断日志（debug.log）"},
   {"Journal des 3 dernières minutes", "最近 3 分钟的日志"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "附上 Vesko 最近 3 分钟的操作记录（可能包含从屏幕上读取的文字；发送前可在邮件中查看）"},
+
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本地 AI 不可用：请启动本地模型服务器，或在设置 → AI 中选择 Claude 或 DeepSeek。"},
 };
 // clang-format on
 

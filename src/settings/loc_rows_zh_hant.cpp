@@ -132,6 +132,9 @@ constexpr LocRow kRows[] = {
   {"Journal de diagnostic (debug.log)", "診斷記錄（debug.log）"},
   {"Journal des 3 dernières minutes", "最近 3 分鐘的記錄"},
   {"Joindre ce que Vesko a fait ces 3 dernières minutes (peut contenir du texte lu à l'écran ; visible dans le mail avant l'envoi)", "附上 Vesko 最近 3 分鐘的操作記錄（可能包含從螢幕上讀取的文字；寄出前可在郵件中查看）"},
+
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本機 AI 無法使用：請啟動本機模型伺服器，或在設定 → AI 中選擇 Claude 或 DeepSeek。"},
 };
 // clang-format on
 
