@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <thread>
 #include <utility>
 
@@ -63,6 +64,22 @@ std::string failureName(HttpFailure::Kind kind) {
 
 }  // namespace
 
+// Every read of the credential store is a D-Bus round trip, and a question may need a key up to
+// four times (choosing, the backup check, the request): read each once per question.
+class CloudAI::QuestionKeys {
+ public:
+  explicit QuestionKeys(const Keys& keys) : keys_(keys) {}
+  const std::string& operator()(AIProvider provider) {
+    auto& slot = read_[static_cast<std::size_t>(provider)];
+    if (!slot) slot = keys_.key(provider);
+    return *slot;
+  }
+
+ private:
+  const Keys& keys_;
+  std::array<std::optional<std::string>, kProviders.size()> read_;
+};
+
 CloudAI::CloudAI(const Settings& settings, const Loc& loc, const HttpClient& http, const Keys& keys,
                  const RemoteConfig& remote, const Clock& clock, CloudAIOptions options)
     : settings_(settings),
@@ -95,6 +112,11 @@ std::future<AIAnswer> CloudAI::ask(std::string system, std::string user, int max
 }
 
 AIProvider CloudAI::effectiveProvider() const {
+  QuestionKeys keys(keys_);
+  return effectiveProvider(keys);
+}
+
+AIProvider CloudAI::effectiveProvider(QuestionKeys& keys) const {
   const auto& settings = settings_;
   const AIProvider chosen = providerAt(settings.integer("aiProvider")).value_or(AIProvider::apple);
   const bool relayPaused = remote_.paused("vesko");
@@ -102,40 +124,39 @@ AIProvider CloudAI::effectiveProvider() const {
   if (relayPaused) return chosen;
   if (chosen == AIProvider::apple)
     return localModelAvailable() ? AIProvider::apple : AIProvider::vesko;
-  if (!keys_.key(chosen).empty()) return chosen;
+  if (!keys(chosen).empty()) return chosen;
   // No key of its own: keep the choice when a backup can stand in (the question goes there).
-  if (auto backup = backupFor(settings, chosen); backup && !keys_.key(*backup).empty())
-    return chosen;
+  if (auto backup = backupFor(settings, chosen); backup && !keys(*backup).empty()) return chosen;
   return AIProvider::vesko;
 }
 
 AIReply CloudAI::answer(const Question& question, const std::optional<std::string>& model) {
   if (remote_.paused("ai"))
     return {warning(loc_.t("L'IA est en pause pour le moment. Réessaie plus tard.")),
-            effectiveProvider()};
+            providerAt(settings_.integer("aiProvider")).value_or(AIProvider::apple)};
 
-  const AIProvider primary = effectiveProvider();
+  QuestionKeys keys(keys_);
+  const AIProvider primary = effectiveProvider(keys);
   const auto backup = backupFor(settings_, primary);
-  const bool backupHasKey = backup && !keys_.key(*backup).empty();
+  const bool backupHasKey = backup && !keys(*backup).empty();
   auto viaBackup = [&](const char* why) {
     log(fmt::format("IA : {} → {} ({})", label(primary), label(*backup), why));
-    return AIReply{askProvider(*backup, question, std::nullopt), *backup};
+    return AIReply{askProvider(*backup, question, std::nullopt, keys), *backup};
   };
 
-  if (usesKey(primary) && backupHasKey && keys_.key(primary).empty())
-    return viaBackup("pas de clé");
+  if (usesKey(primary) && backupHasKey && keys(primary).empty()) return viaBackup("pas de clé");
   if ((primary == AIProvider::claude || primary == AIProvider::openai) && backupHasKey &&
       settings_.flag("aiBackupInChina") && isChinaTimeZone(options_.timeZone()))
     return viaBackup("fuseau horaire chinois");
   if (backupHasKey && backup_.open(clock_.now())) return viaBackup("secours en cours");
 
-  AIAnswer first = askProvider(primary, question, model);
+  AIAnswer first = askProvider(primary, question, model, keys);
   if (!first.unreachable) return {std::move(first), primary};
   if (backupHasKey) {
     backup_.openAt(clock_.now());
     log(fmt::format("IA : {} injoignable → {} en secours pour 30 min", label(primary),
                     label(*backup)));
-    return {askProvider(*backup, question, std::nullopt), *backup};
+    return {askProvider(*backup, question, std::nullopt, keys), *backup};
   }
   if (primary != AIProvider::vesko && !remote_.paused("vesko")) {
     log(fmt::format("IA : {} injoignable → IA Vesko", label(primary)));
@@ -145,7 +166,7 @@ AIReply CloudAI::answer(const Question& question, const std::optional<std::strin
 }
 
 AIAnswer CloudAI::askProvider(AIProvider provider, const Question& question,
-                              const std::optional<std::string>& model) {
+                              const std::optional<std::string>& model, QuestionKeys& keys) {
   switch (provider) {
     case AIProvider::apple:
       return askLocal(question);
@@ -156,12 +177,12 @@ AIAnswer CloudAI::askProvider(AIProvider provider, const Question& question,
     case AIProvider::deepseek:
       break;
   }
-  return askService(provider, question, model);
+  return askService(provider, question, model, keys);
 }
 
 AIAnswer CloudAI::askService(AIProvider provider, const Question& question,
-                             const std::optional<std::string>& model) {
-  const std::string key = keys_.key(provider);
+                             const std::optional<std::string>& model, QuestionKeys& keys) {
+  const std::string& key = keys(provider);
   if (key.empty()) {
     switch (provider) {
       case AIProvider::claude:

@@ -81,10 +81,13 @@ class CloudAI {
   bool localModelAvailable() const;
 
  private:
+  class QuestionKeys;  // the keys of one question, each read from the store once
+
+  AIProvider effectiveProvider(QuestionKeys& keys) const;
   AIAnswer askProvider(AIProvider provider, const Question& question,
-                       const std::optional<std::string>& model);
+                       const std::optional<std::string>& model, QuestionKeys& keys);
   AIAnswer askService(AIProvider provider, const Question& question,
-                      const std::optional<std::string>& model);
+                      const std::optional<std::string>& model, QuestionKeys& keys);
   AIAnswer askLocal(const Question& question);
   AIAnswer askRelay(const Question& question);
   // One request and, when the provider is overloaded, one more after the pause.
