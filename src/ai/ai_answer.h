@@ -4,6 +4,7 @@
 // value; any thread.
 
 #include <string>
+#include <string_view>
 
 namespace vesko {
 

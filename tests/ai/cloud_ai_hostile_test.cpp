@@ -81,6 +81,15 @@ void hostileRoutes(httplib::Server& server, const std::string& behaviour) {
 
 class CloudAIHostileTest : public ::testing::Test {
  protected:
+  // What the learner and the log saw: never a key, whatever the server did.
+  static void expectNoKeys(const AIWorld& world) {
+    std::vector<std::string> seen = world.logLines();
+    for (const auto& text : world.texts()) seen.push_back(text);
+    for (const auto& line : seen)
+      for (const char* key : {testing::kClaudeKey, testing::kOpenAIKey, testing::kDeepSeekKey})
+        EXPECT_EQ(line.find(key), std::string::npos) << "a key in: " << line;
+  }
+
   void useOpenAIAt(AIWorld& world, const std::string& host) {
     world.set("aiProvider", 2);
     world.set("openaiHost", host);
@@ -116,6 +125,7 @@ TEST_F(CloudAIHostileTest, EachHostileReplyEndsInTheLearnersText) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
     EXPECT_EQ(reply.answer.text, row.text);
     EXPECT_EQ(reply.answer.unreachable, row.unreachable);
+    expectNoKeys(world);
   }
 }
 
@@ -134,6 +144,7 @@ TEST_F(CloudAIHostileTest, SilentServerTimesOut) {
   for (const auto& line : world.logLines())
     logged |= line.find("délai dépassé") != std::string::npos;
   EXPECT_TRUE(logged);
+  expectNoKeys(world);
 }
 
 TEST_F(CloudAIHostileTest, NobodyListeningGivesEachProvidersText) {
@@ -146,6 +157,7 @@ TEST_F(CloudAIHostileTest, NobodyListeningGivesEachProvidersText) {
             "⚠️ Pas de connexion internet ou service injoignable.");
   world.set("aiProvider", 2);
   EXPECT_TRUE(world.ask("Bonjour").answer.text.starts_with("⚠️ Service injoignable."));
+  expectNoKeys(world);
 }
 
 TEST(CurlHttpClientTest, FailuresAreToldApart) {
