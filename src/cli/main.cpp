@@ -7,6 +7,9 @@
 #include <iostream>
 #include <string>
 
+#include "ai/curl_http_client.h"
+#include "ai/keys.h"
+#include "cli/ai_command.h"
 #include "cli/learn_command.h"
 #include "cli/look_command.h"
 #include "cli/review_command.h"
@@ -14,6 +17,7 @@
 #include "cli/usage_command.h"
 #include "cli/zh_command.h"
 #include "learn/exit_signals.h"
+#include "platform/linux/secret/secret_service_store.h"
 #include "settings/clock.h"
 #include "settings/credits.h"
 #include "settings/environment.h"
@@ -29,6 +33,7 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   app.set_version_flag("--version", std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
   int exitCode = 0;
+  const vesko::CurlLibrary curl;  // before any request, on this one thread
   const vesko::SystemClock clock;
   const auto folders = vesko::Folders::fromEnvironment(vesko::processEnvironment());
   vesko::Settings settings(folders.settingsFile(), clock);
@@ -41,8 +46,17 @@ int main(int argc, char** argv) {
   vesko::cli::addTrCommand(app, settings, exitCode);
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
   vesko::cli::addUsageCommand(app, settings, clock, exitCode);
+  const vesko::CurlHttpClient http;
+  vesko::cli::addModelsCommand(
+      app, settings, http,
+      [](vesko::AIProvider provider) {
+        vesko::SecretServiceStore store;  // only when a list is asked for: it opens the bus
+        return vesko::Keys(store, vesko::processEnvironment()).find(provider).key;
+      },
+      exitCode);
   vesko::cli::addLearnCommands(app, folders, settings, clock, exitSignals, exitCode);
   vesko::cli::addReviewCommands(app, folders, settings, clock, exitCode);
+  vesko::cli::addAICommands(app, settings, folders, clock, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";

@@ -140,6 +140,8 @@ constexpr LocRow kRows[] = {
   {"Révision finie : %d cartes notées.", "Review done: %d cards graded."},
   {"%d min", "%d min"},
   {"%d j", "%d d"},
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "The local AI isn't available: start a local model server, or choose Claude or DeepSeek in Settings → AI."},
 };
 // clang-format on
 

@@ -141,6 +141,8 @@ constexpr LocRow kRows[] = {
   {"Révision finie : %d cartes notées.", "Powtórka skończona: ocenione karty: %d."},
   {"%d min", "%d min"},
   {"%d j", "%d dn."},
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Lokalna AI jest niedostępna: uruchom lokalny serwer modelu albo wybierz Claude lub DeepSeek w Ustawieniach → AI."},
 };
 // clang-format on
 

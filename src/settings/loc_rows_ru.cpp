@@ -141,6 +141,8 @@ constexpr LocRow kRows[] = {
   {"Révision finie : %d cartes notées.", "Повторение окончено: оценено карточек: %d."},
   {"%d min", "%d мин"},
   {"%d j", "%d дн."},
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Локальный ИИ недоступен: запусти локальный сервер модели или выбери Claude или DeepSeek в Настройках → ИИ."},
 };
 // clang-format on
 

@@ -140,6 +140,8 @@ constexpr LocRow kRows[] = {
   {"Révision finie : %d cartes notées.", "ทบทวนเสร็จแล้ว: ให้คะแนนไป %d บัตร"},
   {"%d min", "%d นาที"},
   {"%d j", "%d วัน"},
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "ใช้ AI ในเครื่องไม่ได้ โปรดเปิดเซิร์ฟเวอร์โมเดลในเครื่อง หรือเลือก Claude หรือ DeepSeek ใน การตั้งค่า → AI"},
 };
 // clang-format on
 

@@ -140,6 +140,8 @@ constexpr LocRow kRows[] = {
   {"Révision finie : %d cartes notées.", "复习结束：已评分 %d 张卡片。"},
   {"%d min", "%d 分钟"},
   {"%d j", "%d 天"},
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本地 AI 不可用：请启动本地模型服务器，或在设置 → AI 中选择 Claude 或 DeepSeek。"},
 };
 // clang-format on
 

@@ -140,6 +140,8 @@ constexpr LocRow kRows[] = {
   {"Révision finie : %d cartes notées.", "複習結束：已評分 %d 張卡片。"},
   {"%d min", "%d 分鐘"},
   {"%d j", "%d 天"},
+  // The local model server that stands in for the on-device model
+  {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本機 AI 無法使用：請啟動本機模型伺服器，或在設定 → AI 中選擇 Claude 或 DeepSeek。"},
 };
 // clang-format on
 
