@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cli/look_command.h"
+#include "cli/probe_command.h"
 #include "cli/settings_command.h"
 #include "cli/zh_command.h"
 #include "settings/clock.h"
@@ -30,6 +31,8 @@ int main(int argc, char** argv) {
               << kept->string() << " and the defaults apply\n";
   vesko::cli::addZhCommands(app, exitCode);
   vesko::cli::addLookCommand(app, exitCode);
+  vesko::cli::addProbeCommand(app, settings, exitCode);
+  vesko::cli::addDoctorCommand(app, settings, exitCode);
   vesko::cli::addConfigCommands(app, settings, exitCode);
   vesko::cli::addTrCommand(app, settings, exitCode);
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
