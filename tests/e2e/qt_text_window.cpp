@@ -1,11 +1,13 @@
-// A Qt window with known lines in a plain-text view, for the end-to-end tests. Each argument is a
+// A Qt window with known lines in a rich-text view, for the end-to-end tests. Each argument is a
 // piece of its text; once the window is on screen it prints, for each, the screen box of that
 // piece's first character as "AT <n> <x> <y> <width> <height>", then "READY", and stays open
-// until it is killed. (A QLabel would not do: it exposes no text to accessibility.)
+// until it is killed. Not a QLabel, which exposes no text to accessibility, nor a QPlainTextEdit,
+// whose accessibility cannot find the character at a point and puts every line's characters at
+// the first line's height.
 
 #include <QApplication>
 #include <QFont>
-#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <QTextCursor>
 #include <QTimer>
 #include <cstdio>
@@ -14,7 +16,7 @@
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  QPlainTextEdit edit;
+  QTextEdit edit;
   edit.setWindowTitle("vesko-e2e-qt");
   edit.setReadOnly(true);
   edit.setFont(QFont("Noto Sans CJK SC", 20));

@@ -225,6 +225,8 @@ std::optional<TextAtPoint> AtspiReader::readLocked(ScreenPoint point) {
   Error error;
   const int offset = atspi_text_get_offset_at_point(text, coordinate(point.x), coordinate(point.y),
                                                     ATSPI_COORD_TYPE_SCREEN, error.out());
+  // Qt's plain-text view always answers -1 here (and misplaces its lines' boxes, so they cannot
+  // stand in): screen recognition reads it instead.
   if (error.failed() || offset < 0) {
     note_("accessibilité : aucun caractère sous le pointeur");
     return std::nullopt;
