@@ -16,26 +16,10 @@ std::string_view methodName(ReadMethod method) {
   return method == ReadMethod::accessibility ? "accessibility" : "recognition";
 }
 
-std::vector<std::string> recognitionModes(const Snapshot& snapshot) {
-  std::vector<std::string> modes;
-  // Latin letters share one model set, so French, English and Polish are recognised together.
-  if (snapshot.fr || snapshot.en || snapshot.pl) modes.emplace_back("latin");
-  if (snapshot.ru) modes.emplace_back("ru");
-  if (snapshot.th) modes.emplace_back("th");
-  if (snapshot.ja) modes.emplace_back("ja");
-  // Chinese pages come in either script and each model reads only its own well.
-  if (snapshot.zh) {
-    modes.emplace_back("zh-Hans");
-    modes.emplace_back("zh-Hant");
-  }
-  return modes;
-}
-
-HoverRead::HoverRead(AccessibilityReader& accessibility, ScreenReader* screen, LinePicker pickLine,
+HoverRead::HoverRead(AccessibilityReader& accessibility, std::optional<Recognition> recognition,
                      const WordChooser& chooser, Now now)
     : accessibility_(accessibility),
-      screen_(screen),
-      pickLine_(std::move(pickLine)),
+      recognition_(std::move(recognition)),
       chooser_(chooser),
       now_(std::move(now)) {}
 
@@ -52,19 +36,19 @@ ReadReport HoverRead::read(ScreenPoint point, const Snapshot& snapshot) const {
   stageDone("accessibility");
   if (report.text) {
     report.method = ReadMethod::accessibility;
-  } else if (screen_ && pickLine_) {
-    const auto modes = recognitionModes(snapshot);
+  } else if (recognition_) {
+    const auto modes = recognition_->modes(snapshot);
     if (!modes.empty()) {
-      const auto lines = screen_->read(point, modes);
-      report.text = pickLine_(lines, point);
+      const auto lines = recognition_->reader.read(point, modes);
+      report.text = recognition_->lineAt(lines, point);
       stageDone("recognition");
       if (report.text) report.method = ReadMethod::recognition;
     }
   }
   if (!report.text) return report;
 
-  report.result = chooser_.read(report.text->text,
-                                static_cast<std::ptrdiff_t>(report.text->index), snapshot);
+  report.result =
+      chooser_.read(report.text->text, static_cast<std::ptrdiff_t>(report.text->index), snapshot);
   stageDone("chooser");
   return report;
 }

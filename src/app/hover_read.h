@@ -8,7 +8,6 @@
 #include <chrono>
 #include <functional>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -35,27 +34,26 @@ struct ReadReport {
   std::vector<StageTime> stages;  // in the order they ran
 };
 
-// The line of recognised text under a point and the index of the character there.
-using LinePicker =
-    std::function<std::optional<TextAtPoint>(std::span<const OCRLine>, ScreenPoint)>;
-
-// The recognition modes the studied languages need, each once, in a fixed order: "latin" (French,
-// English, Polish), "ru", "th", "ja", "zh-Hans", "zh-Hant".
-std::vector<std::string> recognitionModes(const Snapshot& snapshot);
+// Screen recognition as the read uses it: the reader, the recognition modes the studied languages
+// ask for, and the line and character under the point among the lines recognised.
+struct Recognition {
+  ScreenReader& reader;
+  std::function<std::vector<std::string>(const Snapshot&)> modes;
+  std::function<std::optional<TextAtPoint>(const std::vector<OCRLine>&, ScreenPoint)> lineAt;
+};
 
 class HoverRead {
  public:
   using Now = std::function<std::chrono::steady_clock::time_point()>;
-  // `screen` and `pickLine` may be null/empty: then accessibility is the only reader.
-  HoverRead(AccessibilityReader& accessibility, ScreenReader* screen, LinePicker pickLine,
+  // Without `recognition`, accessibility is the only reader.
+  HoverRead(AccessibilityReader& accessibility, std::optional<Recognition> recognition,
             const WordChooser& chooser, Now now = &std::chrono::steady_clock::now);
 
   ReadReport read(ScreenPoint point, const Snapshot& snapshot) const;
 
  private:
   AccessibilityReader& accessibility_;
-  ScreenReader* screen_;
-  LinePicker pickLine_;
+  std::optional<Recognition> recognition_;
   const WordChooser& chooser_;
   Now now_;
 };

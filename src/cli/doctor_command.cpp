@@ -96,8 +96,9 @@ Check displayCheck() {
   const char* display = std::getenv("DISPLAY");
   if (atspi::XDesktop::open())
     return {"display", true, fmt::format("X display {}", display ? display : "(default)"), ""};
-  return {"display", false, display ? fmt::format("cannot open X display {}", display)
-                                    : std::string("DISPLAY is not set"),
+  return {"display", false,
+          display ? fmt::format("cannot open X display {}", display)
+                  : std::string("DISPLAY is not set"),
           "Run Vesko inside an X11 session (under Wayland, in XWayland with DISPLAY set)."};
 }
 
@@ -136,8 +137,7 @@ Check recognitionCheck(const std::vector<std::string>& studied) {
     }
   }
   if (wanted.empty()) return {"recognition languages", true, "no language studied", ""};
-  if (missing.empty())
-    return {"recognition languages", true, "installed: " + joined(wanted), ""};
+  if (missing.empty()) return {"recognition languages", true, "installed: " + joined(wanted), ""};
   return {"recognition languages", false, "missing: " + joined(missing),
           "Install them for reading text in images: sudo apt install " + joined(packages)};
 }
@@ -160,15 +160,13 @@ Check fontCheck(const std::vector<std::string>& studied) {
   if (!askedFc) return {"fonts", true, "the studied languages need no special font", ""};
   if (missing.empty()) return {"fonts", true, "fonts for: " + joined(found), ""};
   return {"fonts", false, "no font for: " + joined(missing),
-          "Install them so the bubble shows every character: sudo apt install " +
-              joined(packages)};
+          "Install them so the bubble shows every character: sudo apt install " + joined(packages)};
 }
 
 Check secretsCheck() {
   auto owned = atspi::sessionNameHasOwner("org.freedesktop.secrets");
   if (owned && *owned) return {"credential store", true, "a Secret Service is running", ""};
-  return {"credential store", false,
-          owned ? "no Secret Service on the session bus" : owned.error(),
+  return {"credential store", false, owned ? "no Secret Service on the session bus" : owned.error(),
           "Install gnome-keyring (sudo apt install gnome-keyring) and unlock it to keep AI keys; "
           "meanwhile Vesko reads ANTHROPIC_API_KEY, OPENAI_API_KEY and DEEPSEEK_API_KEY."};
 }
@@ -179,18 +177,19 @@ int doctor(bool json, const std::string& langs, const Settings& settings) {
     auto snapshot = snapshotOf(studied, "fr", "zh", true);
     if (!snapshot) return fail(snapshot.error());
   }
-  const std::vector<Check> checks = {displayCheck(),           busCheck(),
-                                     switchCheck(),            recognitionCheck(studied),
-                                     fontCheck(studied),       secretsCheck()};
+  const std::vector<Check> checks = {displayCheck(),     busCheck(),
+                                     switchCheck(),      recognitionCheck(studied),
+                                     fontCheck(studied), secretsCheck()};
   bool allOk = true;
   for (const auto& check : checks) allOk = allOk && check.ok;
   if (json) {
     nlohmann::json list = nlohmann::json::array();
     for (const auto& check : checks)
-      list.push_back({{"check", check.name},
-                      {"ok", check.ok},
-                      {"detail", check.detail},
-                      {"advice", check.ok ? nlohmann::json(nullptr) : nlohmann::json(check.advice)}});
+      list.push_back(
+          {{"check", check.name},
+           {"ok", check.ok},
+           {"detail", check.detail},
+           {"advice", check.ok ? nlohmann::json(nullptr) : nlohmann::json(check.advice)}});
     std::cout << dump({{"ok", allOk}, {"langs", studied}, {"checks", std::move(list)}}) << '\n';
     return 0;
   }
@@ -208,14 +207,13 @@ int doctor(bool json, const std::string& langs, const Settings& settings) {
 void addDoctorCommand(CLI::App& app, const Settings& settings, int& exitCode) {
   auto json = std::make_shared<bool>(false);
   auto langs = std::make_shared<std::string>();
-  CLI::App* command =
-      app.add_subcommand("doctor", "Checks what reading the screen needs, and says what is missing");
+  CLI::App* command = app.add_subcommand(
+      "doctor", "Checks what reading the screen needs, and says what is missing");
   command->add_flag("--json", *json, "Write JSON");
   command->add_option("--langs", *langs,
                       "Studied languages, e.g. zh,th (default: those of the settings)");
-  command->callback([json, langs, &settings, &exitCode] {
-    exitCode = doctor(*json, *langs, settings);
-  });
+  command->callback(
+      [json, langs, &settings, &exitCode] { exitCode = doctor(*json, *langs, settings); });
 }
 
 }  // namespace vesko::cli

@@ -47,8 +47,7 @@ std::expected<ScreenPoint, Failure> parsePoint(std::string_view text) {
     auto y = number(text.substr(comma + 1));
     if (x && y) return ScreenPoint{*x, *y};
   }
-  return std::unexpected(
-      Failure{fmt::format("--at wants X,Y in screen points, not \"{}\"", text)});
+  return std::unexpected(Failure{fmt::format("--at wants X,Y in screen points, not \"{}\"", text)});
 }
 
 nlohmann::json reportJson(ScreenPoint point, const ReadReport& report,
@@ -59,8 +58,8 @@ nlohmann::json reportJson(ScreenPoint point, const ReadReport& report,
   return {{"point", {{"x", point.x}, {"y", point.y}}},
           {"method", report.method ? nlohmann::json(std::string(methodName(*report.method)))
                                    : nlohmann::json(nullptr)},
-          {"text", report.text ? nlohmann::json(text::toUtf8(report.text->text))
-                               : nlohmann::json(nullptr)},
+          {"text",
+           report.text ? nlohmann::json(text::toUtf8(report.text->text)) : nlohmann::json(nullptr)},
           {"index", report.text ? nlohmann::json(report.text->index) : nlohmann::json(nullptr)},
           {"stages", std::move(stages)},
           {"result", resultJson(report.result, skipped)}};
@@ -96,7 +95,8 @@ int probe(const ProbeOptions& options, const Settings& settings) {
   // Applications started before this only build their trees once the switch is on; switching it
   // here helps those started next, and costs nothing when it is already on.
   auto opened = atspi::openApplicationsToAccessibility();
-  if (!opened && options.verbose) std::cerr << "vesko: accessibility switch: " << opened.error() << '\n';
+  if (!opened && options.verbose)
+    std::cerr << "vesko: accessibility switch: " << opened.error() << '\n';
 
   auto dictionary = loadDictionary(options.files);
   if (!dictionary) return fail(dictionary.error());
@@ -108,7 +108,7 @@ int probe(const ProbeOptions& options, const Settings& settings) {
     if (options.verbose) std::cerr << message << '\n';
   });
   // Screen recognition is not wired here yet: accessibility is the only reader.
-  HoverRead hoverRead(reader, nullptr, {}, chooser);
+  HoverRead hoverRead(reader, std::nullopt, chooser);
   const ReadReport report = hoverRead.read(point, *snapshot);
   if (options.json)
     std::cout << dump(reportJson(point, report, skipped)) << '\n';

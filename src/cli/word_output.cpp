@@ -213,5 +213,4 @@ std::string resultCard(const std::optional<HoverResult>& result, const SkippedLa
   return out;
 }
 
-
 }  // namespace vesko::cli

@@ -158,8 +158,8 @@ class HoverReadE2ETest : public ::testing::TestWithParam<const char*> {
   static json probe(const std::string& langs, bool expectText) {
     json report;
     for (int attempt = 0; attempt < 10; ++attempt) {
-      auto run = vesko::testing::runCommand(std::string(VESKO_CLI) + " probe --json --langs " +
-                                            langs);
+      auto run =
+          vesko::testing::runCommand(std::string(VESKO_CLI) + " probe --json --langs " + langs);
       report = json::parse(run.out, nullptr, false);
       if (!expectText || (report.is_object() && !report["method"].is_null())) break;
       std::this_thread::sleep_for(std::chrono::milliseconds(300));

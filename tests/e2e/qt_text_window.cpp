@@ -7,8 +7,8 @@
 
 #include <QApplication>
 #include <QFont>
-#include <QTextEdit>
 #include <QTextCursor>
+#include <QTextEdit>
 #include <QTimer>
 #include <cstdio>
 

@@ -67,7 +67,9 @@ std::string takeString(gchar* text) {
   return out;
 }
 
-int coordinate(double v) { return static_cast<int>(std::floor(v)); }
+int coordinate(double v) {
+  return static_cast<int>(std::floor(v));
+}
 
 // The deepest object at the point below `window`.
 Ref<AtspiAccessible> deepestAt(AtspiAccessible* window, ScreenPoint point) {
@@ -124,9 +126,9 @@ std::optional<Found> textObjectAt(ScreenPoint point, std::optional<pid_t> pid,
       Ref<AtspiAccessible> window(atspi_accessible_get_child_at_index(app.get(), w, error.out()));
       if (!window) continue;
       Ref<AtspiComponent> component(atspi_accessible_get_component_iface(window.get()));
-      if (!component || !atspi_component_contains(component.get(), coordinate(point.x),
-                                                  coordinate(point.y), ATSPI_COORD_TYPE_SCREEN,
-                                                  error.out()))
+      if (!component ||
+          !atspi_component_contains(component.get(), coordinate(point.x), coordinate(point.y),
+                                    ATSPI_COORD_TYPE_SCREEN, error.out()))
         continue;
       Ref<AtspiText> text = textAbove(deepestAt(window.get(), point));
       if (!text) {
@@ -173,7 +175,6 @@ std::optional<TextAtPoint> spanAt(AtspiText* text, int offset, OffsetUnit unit) 
 }  // namespace
 
 struct AtspiReader::Session {
-  bool connected = false;
   GMainContext* context = nullptr;
   std::unique_ptr<XDesktop> x;
   ~Session() {
@@ -186,18 +187,16 @@ AtspiReader::AtspiReader(LastCharacterRect& lastRect, Note note)
   if (!note_) note_ = [](std::string) {};
 }
 
-AtspiReader::~AtspiReader() {
-  std::lock_guard lock(mutex_);
-  if (session_ && session_->connected) atspi_exit();
-}
+// The connection stays for the rest of the process: libatspi cannot be initialised again after
+// atspi_exit, so a later reader in the same process would find nothing.
+AtspiReader::~AtspiReader() = default;
 
 std::optional<TextAtPoint> AtspiReader::read(ScreenPoint point) {
   std::lock_guard lock(mutex_);
   if (!session_) {
     session_ = std::make_unique<Session>();
-    // 0 connected, 1 already connected by someone else in this process, 2 no accessibility bus.
+    // 0 connected, 1 already connected earlier in this process, 2 no accessibility bus.
     const int status = atspi_init();
-    session_->connected = status == 0;
     if (status > 1) {
       note_("accessibilité : pas de bus d'accessibilité");
     } else {

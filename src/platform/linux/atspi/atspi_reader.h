@@ -1,7 +1,8 @@
 #pragma once
 // The accessibility reader on AT-SPI2: asks the application under a point for its text there.
-// Created once per process (libatspi keeps process-wide state) by whoever wires the reads; it
-// connects to the accessibility bus on its first read, never in the constructor. `read` blocks on
+// Created once per process (libatspi keeps process-wide state and cannot be set up twice) by
+// whoever wires the reads; it connects to the accessibility bus on its first read, never in the
+// constructor, and stays connected until the process ends. `read` blocks on
 // other applications and runs only on a read's background thread; overlapping reads from several
 // threads are served one after the other. The character boxes it finds go to a
 // LastCharacterRect, its reasons for finding nothing to `note` (the diagnostic log).

@@ -36,10 +36,9 @@ std::expected<Variant, std::string> call(const char* destination, const char* pa
     if (arguments) g_variant_unref(g_variant_ref_sink(arguments));
     return std::unexpected("no session bus: " + message(error, "DBUS_SESSION_BUS_ADDRESS unset"));
   }
-  GVariant* reply =
-      g_dbus_connection_call_sync(bus.get(), destination, path, interface, method, arguments,
-                                  nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, kCallTimeoutMs,
-                                  nullptr, &error);
+  GVariant* reply = g_dbus_connection_call_sync(bus.get(), destination, path, interface, method,
+                                                arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
+                                                kCallTimeoutMs, nullptr, &error);
   if (!reply) return std::unexpected(message(error, "no reply"));
   return Variant(reply);
 }
@@ -47,9 +46,9 @@ std::expected<Variant, std::string> call(const char* destination, const char* pa
 }  // namespace
 
 std::expected<void, std::string> openApplicationsToAccessibility() {
-  auto reply = call(kA11yBus, kA11yPath, kProperties, "Set",
-                    g_variant_new("(ssv)", "org.a11y.Status", "IsEnabled",
-                                  g_variant_new_boolean(TRUE)));
+  auto reply =
+      call(kA11yBus, kA11yPath, kProperties, "Set",
+           g_variant_new("(ssv)", "org.a11y.Status", "IsEnabled", g_variant_new_boolean(TRUE)));
   if (!reply) return std::unexpected(reply.error());
   return {};
 }

@@ -12,8 +12,12 @@ namespace {
 constexpr std::int64_t kSpanHalf = 200;
 constexpr double kCharacterMargin = 2;
 
-bool isSurrogateLead(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool isSurrogateTrail(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+bool isSurrogateLead(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool isSurrogateTrail(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 }  // namespace
 
@@ -28,6 +32,8 @@ Span spanAround(std::int64_t offset, std::int64_t count) {
 }
 
 bool onCharacter(const ScreenRect& box, ScreenPoint point) {
+  // A line's end has a box of no width; a toolkit that has no box at all says 0×0.
+  if (box.width <= 0 && box.height <= 0) return false;
   return box.grownBy(kCharacterMargin, kCharacterMargin).contains(point);
 }
 

@@ -11,7 +11,9 @@ namespace {
 
 // A window can vanish between two requests of a walk; Xlib's default handler would end the
 // process for that BadWindow. Only Xlib connections see this handler (Qt talks xcb).
-int ignoreXError(Display*, XErrorEvent*) { return 0; }
+int ignoreXError(Display*, XErrorEvent*) {
+  return 0;
+}
 
 std::optional<pid_t> windowPid(Display* display, Window window, Atom pidAtom) {
   Atom type = None;
@@ -56,8 +58,8 @@ std::optional<ScreenPoint> XDesktop::pointer() const {
   Window root = None, child = None;
   int rootX = 0, rootY = 0, x = 0, y = 0;
   unsigned int mask = 0;
-  if (!XQueryPointer(connection_->display, connection_->root, &root, &child, &rootX, &rootY, &x,
-                     &y, &mask))
+  if (!XQueryPointer(connection_->display, connection_->root, &root, &child, &rootX, &rootY, &x, &y,
+                     &mask))
     return std::nullopt;
   return ScreenPoint{static_cast<double>(rootX), static_cast<double>(rootY)};
 }
