@@ -16,8 +16,9 @@ std::string_view methodName(ReadMethod method) {
   return method == ReadMethod::accessibility ? "accessibility" : "recognition";
 }
 
-HoverRead::HoverRead(AccessibilityReader& accessibility, std::optional<Recognition> recognition,
-                     const WordChooser& chooser, Now now)
+HoverRead::HoverRead(AccessibilityReader& accessibility,
+                     std::optional<ScreenRecognition> recognition, const WordChooser& chooser,
+                     Now now)
     : accessibility_(accessibility),
       recognition_(std::move(recognition)),
       chooser_(chooser),

@@ -36,7 +36,7 @@ struct ReadReport {
 
 // Screen recognition as the read uses it: the reader, the recognition modes the studied languages
 // ask for, and the line and character under the point among the lines recognised.
-struct Recognition {
+struct ScreenRecognition {
   ScreenReader& reader;
   std::function<std::vector<std::string>(const Snapshot&)> modes;
   std::function<std::optional<TextAtPoint>(const std::vector<OCRLine>&, ScreenPoint)> lineAt;
@@ -46,14 +46,14 @@ class HoverRead {
  public:
   using Now = std::function<std::chrono::steady_clock::time_point()>;
   // Without `recognition`, accessibility is the only reader.
-  HoverRead(AccessibilityReader& accessibility, std::optional<Recognition> recognition,
+  HoverRead(AccessibilityReader& accessibility, std::optional<ScreenRecognition> recognition,
             const WordChooser& chooser, Now now = &std::chrono::steady_clock::now);
 
   ReadReport read(ScreenPoint point, const Snapshot& snapshot) const;
 
  private:
   AccessibilityReader& accessibility_;
-  std::optional<Recognition> recognition_;
+  std::optional<ScreenRecognition> recognition_;
   const WordChooser& chooser_;
   Now now_;
 };

@@ -69,8 +69,8 @@ class HoverReadTest : public ::testing::Test {
   }
 
   HoverRead make(FakeScreen* screen) {
-    std::optional<Recognition> recognition;
-    if (screen) recognition.emplace(Recognition{*screen, &modes, &firstLine});
+    std::optional<ScreenRecognition> recognition;
+    if (screen) recognition.emplace(ScreenRecognition{*screen, &modes, &firstLine});
     return HoverRead(accessibility_, std::move(recognition), chooser_, [this] { return clock_(); });
   }
 
