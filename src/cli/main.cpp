@@ -6,11 +6,13 @@
 
 #include <iostream>
 #include <string>
+#include <string_view>
 
 #include "cli/look_command.h"
 #include "cli/probe_command.h"
 #include "cli/settings_command.h"
 #include "cli/zh_command.h"
+#include "platform/linux/ocr/single_thread_ocr.h"
 #include "settings/clock.h"
 #include "settings/credits.h"
 #include "settings/environment.h"
@@ -18,6 +20,8 @@
 #include "settings/settings.h"
 
 int main(int argc, char** argv) {
+  // Only `probe` recognises text; the other commands need not start twice.
+  if (argc > 1 && std::string_view(argv[1]) == "probe") vesko::ensureSingleThreadedOcr(argv);
   CLI::App app{"Vesko: a reading assistant for language learners"};
   app.name("vesko");
   app.require_subcommand(1);

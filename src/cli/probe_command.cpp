@@ -11,6 +11,9 @@
 #include "app/hover_read.h"
 #include "app/installed_language_data.h"
 #include "app/last_character_rect.h"
+#include "app/line_at.h"
+#include "app/recognition_modes.h"
+#include "app/strip_reader.h"
 #include "app/word_chooser.h"
 #include "cli/input.h"
 #include "cli/word_output.h"
@@ -18,6 +21,10 @@
 #include "platform/linux/atspi/atspi_reader.h"
 #include "platform/linux/atspi/session_bus.h"
 #include "platform/linux/atspi/x_desktop.h"
+#include "platform/linux/ocr/tesseract_recognizer.h"
+#include "platform/linux/x11/x11_screens.h"
+#include "platform/linux/x11/xshm_capture.h"
+#include "settings/clock.h"
 #include "settings/resources.h"
 #include "text/unicode.h"
 
@@ -107,8 +114,24 @@ int probe(const ProbeOptions& options, const Settings& settings) {
   atspi::AtspiReader reader(lastRect, [&](std::string message) {
     if (options.verbose) std::cerr << message << '\n';
   });
-  // Screen recognition is not wired here yet: accessibility is the only reader.
-  HoverRead hoverRead(reader, std::nullopt, chooser);
+  // Screen recognition when the display can be captured; accessibility alone otherwise.
+  auto note = [&](std::string message) {
+    if (options.verbose) std::cerr << message << '\n';
+  };
+  auto capture = XShmCapture::open();
+  auto screens = X11Screens::open();
+  TesseractRecognizer recognizer;
+  const SystemClock clock;
+  std::optional<StripReader> strip;
+  std::optional<ScreenRecognition> recognition;
+  if (capture && screens) {
+    strip.emplace(**capture, recognizer, **screens, clock, note);
+    recognition.emplace(ScreenRecognition{*strip, &recognitionModes, &lineAt});
+  } else if (options.verbose) {
+    std::cerr << "vesko: no screen capture: " << (capture ? screens.error() : capture.error())
+              << '\n';
+  }
+  HoverRead hoverRead(reader, std::move(recognition), chooser);
   const ReadReport report = hoverRead.read(point, *snapshot);
   if (options.json)
     std::cout << dump(reportJson(point, report, skipped)) << '\n';

@@ -1,6 +1,7 @@
 // `vesko probe` on a real desktop: a GTK and a Qt window of our own show known lines in six
 // languages, the pointer is moved onto chosen characters, and the probe must read the word there
-// through accessibility. Runs on the headless desktop that scripts/headless-desktop starts (the
+// through accessibility; a window that only paints its lines must be read by screen recognition.
+// Runs on the headless desktop that scripts/headless-desktop starts (the
 // ctest fixture does it); skipped without the fetched dictionaries unless VESKO_REQUIRE_DATA is
 // set.
 
@@ -139,7 +140,7 @@ const Row kRows[] = {
 };
 // clang-format on
 
-class HoverReadE2ETest : public ::testing::TestWithParam<const char*> {
+class DesktopTest : public ::testing::Test {
  protected:
   void SetUp() override {
     if (!haveAllData()) {
@@ -169,6 +170,9 @@ class HoverReadE2ETest : public ::testing::TestWithParam<const char*> {
 
   vesko::testing::TempDir home_;
 };
+
+class HoverReadE2ETest : public DesktopTest, public ::testing::WithParamInterface<const char*> {};
+class ImageWindowE2ETest : public DesktopTest {};
 
 TEST_P(HoverReadE2ETest, ReadsTheWordUnderThePointerInEveryLanguage) {
   std::vector<std::string> pieces;
@@ -208,6 +212,34 @@ TEST_P(HoverReadE2ETest, ReadsTheWordUnderThePointerInEveryLanguage) {
   ASSERT_TRUE(beside.is_object());
   EXPECT_TRUE(beside["method"].is_null()) << beside.dump();
   EXPECT_EQ(beside["result"]["kind"], "none");
+}
+
+// A window that paints its lines exposes no text to accessibility: screen recognition reads it.
+TEST_F(ImageWindowE2ETest, PaintedTextIsReadByRecognition) {
+  struct Case {
+    const char* piece;
+    const char* langs;
+    const char* kind;
+    const char* word;
+  };
+  const Case cases[] = {{"学习", "zh", "chinese", "学习"}, {"allés", "fr", "word", "allés"}};
+  std::vector<std::string> arguments{"--image"};
+  for (const auto& c : cases) arguments.emplace_back(c.piece);
+  TestWindow window(VESKO_E2E_GTK_WINDOW, arguments);
+  ASSERT_TRUE(window.ready()) << "the image window did not show its lines";
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(cases[i].piece);
+    ASSERT_TRUE(window.boxes().contains(static_cast<int>(i)));
+    const Box box = window.boxes().at(static_cast<int>(i));
+    movePointer(box.x + box.width / 2, box.y + box.height / 2);
+    const json report = probe(cases[i].langs, true);
+    ASSERT_TRUE(report.is_object());
+    EXPECT_EQ(report["method"], "recognition") << report.dump();
+    EXPECT_EQ(report["result"]["kind"], cases[i].kind);
+    EXPECT_EQ(report["result"]["word"], cases[i].word);
+    ASSERT_GE(report["stages"].size(), 2u);
+    EXPECT_EQ(report["stages"][1]["stage"], "recognition");
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Toolkits, HoverReadE2ETest,
