@@ -6,17 +6,20 @@
 
 #include <iostream>
 #include <string>
+#include <string_view>
 
 #include "ai/curl_http_client.h"
 #include "ai/keys.h"
 #include "cli/ai_command.h"
 #include "cli/learn_command.h"
 #include "cli/look_command.h"
+#include "cli/probe_command.h"
 #include "cli/review_command.h"
 #include "cli/settings_command.h"
 #include "cli/usage_command.h"
 #include "cli/zh_command.h"
 #include "learn/exit_signals.h"
+#include "platform/linux/ocr/single_thread_ocr.h"
 #include "platform/linux/secret/secret_service_store.h"
 #include "settings/clock.h"
 #include "settings/credits.h"
@@ -25,6 +28,8 @@
 #include "settings/settings.h"
 
 int main(int argc, char** argv) {
+  // Only `probe` recognises text; the other commands need not start twice.
+  if (argc > 1 && std::string_view(argv[1]) == "probe") vesko::ensureSingleThreadedOcr(argv);
   // Before anything that may hold unsaved kept words: a SIGTERM or Ctrl-C during a command lets
   // the command finish and write, then ends the process as the signal would have.
   vesko::ExitSignals exitSignals;
@@ -42,6 +47,8 @@ int main(int argc, char** argv) {
               << kept->string() << " and the defaults apply\n";
   vesko::cli::addZhCommands(app, exitCode);
   vesko::cli::addLookCommand(app, exitCode);
+  vesko::cli::addProbeCommand(app, settings, exitCode);
+  vesko::cli::addDoctorCommand(app, settings, exitCode);
   vesko::cli::addConfigCommands(app, settings, exitCode);
   vesko::cli::addTrCommand(app, settings, exitCode);
   vesko::cli::addLogCommands(app, folders, clock, exitCode);
