@@ -43,8 +43,12 @@ class NoLines final : public ScreenReader {
   std::vector<OCRLine> read(ScreenPoint, std::span<const std::string>) override { return {}; }
 };
 
-std::vector<std::string> chineseOnly(const Snapshot&) { return {"zh-Hans"}; }
-std::optional<TextAtPoint> noLine(const std::vector<OCRLine>&, ScreenPoint) { return std::nullopt; }
+std::vector<std::string> chineseOnly(const Snapshot&) {
+  return {"zh-Hans"};
+}
+std::optional<TextAtPoint> noLine(const std::vector<OCRLine>&, ScreenPoint) {
+  return std::nullopt;
+}
 
 class ThreadedReaderTest : public ::testing::Test {
  protected:
