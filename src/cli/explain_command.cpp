@@ -130,9 +130,10 @@ int runExplain(const ExplainOptions& options, Settings& settings, const Folders&
   if (!options.sentence.empty() && !text::isValidUtf8(options.sentence))
     return fail(Failure{"--sentence must be UTF-8"});
   if (!options.language.empty() && !answerLanguageRow(options.language))
-    return fail(Failure{fmt::format("unknown answer language \"{}\" (fr, en, pl, ru, th, zh-Hans, "
-                                    "zh-Hant)",
-                                    options.language)});
+    return fail(
+        Failure{fmt::format("unknown answer language \"{}\" (fr, en, pl, ru, th, zh-Hans, "
+                            "zh-Hant)",
+                            options.language)});
   ExplainQuestion question;
   question.word = trimmed(options.word);
   if (!trimmed(options.sentence).empty()) question.sentence = options.sentence;
