@@ -58,7 +58,8 @@ class Explainer {
  public:
   Explainer(CloudAI& ai, const Loc& loc);
 
-  // The request for the learner's answer language and the provider that will answer.
+  // The request for the learner's answer language (or `answerLanguage`) and the provider that
+  // will answer. Finding that provider may probe the local model server: not on a GUI thread.
   ExplanationRequest request(const ExplainQuestion& question,
                              std::optional<std::string> answerLanguage = std::nullopt) const;
   // In the background.
