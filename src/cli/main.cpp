@@ -11,6 +11,7 @@
 #include "ai/curl_http_client.h"
 #include "ai/keys.h"
 #include "cli/ai_command.h"
+#include "cli/explain_command.h"
 #include "cli/learn_command.h"
 #include "cli/look_command.h"
 #include "cli/probe_command.h"
@@ -64,6 +65,7 @@ int main(int argc, char** argv) {
   vesko::cli::addLearnCommands(app, folders, settings, clock, exitSignals, exitCode);
   vesko::cli::addReviewCommands(app, folders, settings, clock, exitCode);
   vesko::cli::addAICommands(app, settings, folders, clock, exitCode);
+  vesko::cli::addExplainCommand(app, settings, folders, clock, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";
