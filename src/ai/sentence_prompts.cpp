@@ -46,6 +46,12 @@ constexpr std::string_view kTitlesLine =
 
 }  // namespace
 
+SentenceTitles sentenceTitles(const Loc& loc, std::string_view answerLanguage) {
+  return {loc.t("Structure", answerLanguage), loc.t("Expression", answerLanguage),
+          loc.t("Grammaire", answerLanguage), loc.t("Nuance", answerLanguage),
+          loc.t("Morceaux", answerLanguage)};
+}
+
 std::string translationSourceName(std::string_view code, bool traditional) {
   if (code.starts_with("zh"))
     return traditional || code == "zh-Hant" ? "chinois (mandarin, caractères traditionnels)"

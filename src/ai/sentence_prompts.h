@@ -11,6 +11,8 @@
 
 namespace vesko {
 
+class Loc;
+
 // The section titles the prompts ask for, in the answer language: the parser looks for the same
 // words in the answer.
 struct SentenceTitles {
@@ -20,6 +22,8 @@ struct SentenceTitles {
   std::string nuance = "Nuance";
   std::string parts = "Morceaux";
 };
+// The titles written in `answerLanguage` ("en", "zh-Hant"…) by the interface-text table.
+SentenceTitles sentenceTitles(const Loc& loc, std::string_view answerLanguage);
 
 // The text's language named in French for the translation prompt: Chinese says mandarin and its
 // script. `code` is a language code ("zh", "ja", "fr"…); `traditional` matters for Chinese only.
