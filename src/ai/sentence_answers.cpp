@@ -4,6 +4,7 @@
 #include <array>
 
 #include "ai/ai_answer.h"
+#include "ai/answer_sections.h"
 
 namespace vesko {
 namespace {
@@ -114,7 +115,7 @@ Gloss splitGloss(std::string_view text) {
 
 std::optional<TranslationAnswer> parseTranslation(std::string_view answer,
                                                   const std::vector<std::string>& languageNames,
-                                                  const SentenceTitles& titles) {
+                                                  const AITitles& titles) {
   if (answer.starts_with(kWarningPrefix) || trim(answer).empty()) return std::nullopt;
   TranslationAnswer out;
   auto isLanguage = [&](std::string_view head) {
@@ -128,8 +129,30 @@ std::optional<TranslationAnswer> parseTranslation(std::string_view answer,
       out.partOf = *part;
       continue;
     }
+    if (auto titled = titledLine(line, titles)) {
+      if (titled->label == AILabel::expression) {
+        out.expression = splitGloss(titled->rest);
+        continue;
+      }
+      if (titled->label == AILabel::nuance) {
+        out.nuance = std::string(trim(titled->rest));
+        continue;
+      }
+      if (titled->label == AILabel::parts) {
+        std::string_view items = titled->rest;
+        while (!items.empty()) {
+          auto at = items.find("·");
+          auto item = trim(items.substr(0, at));
+          if (!item.empty()) out.parts.push_back(splitGloss(item));
+          if (at == std::string_view::npos) break;
+          items.remove_prefix(at + std::string_view("·").size());
+        }
+        continue;
+      }
+    }
     std::optional<HeadedLine> headed = splitHead(line);
     if (!headed || !isLanguage(headed->head)) {
+      headed.reset();
       // A language name followed by another separator than the colon.
       for (auto separator : kLooseSeparators) {
         auto at = line.find(separator);
@@ -140,24 +163,7 @@ std::optional<TranslationAnswer> parseTranslation(std::string_view answer,
         }
       }
     }
-    if (!headed) {
-      out.other.emplace_back(line);
-      continue;
-    }
-    if (sameName(headed->head, titles.expression)) {
-      out.expression = splitGloss(headed->rest);
-    } else if (sameName(headed->head, titles.nuance)) {
-      out.nuance = headed->rest;
-    } else if (sameName(headed->head, titles.parts)) {
-      std::string_view items = headed->rest;
-      while (!items.empty()) {
-        auto at = items.find("·");
-        auto item = trim(items.substr(0, at));
-        if (!item.empty()) out.parts.push_back(splitGloss(item));
-        if (at == std::string_view::npos) break;
-        items.remove_prefix(at + std::string_view("·").size());
-      }
-    } else if (isLanguage(headed->head)) {
+    if (headed) {
       out.translations.push_back({headed->head, headed->rest});
     } else {
       out.other.emplace_back(line);
@@ -166,7 +172,7 @@ std::optional<TranslationAnswer> parseTranslation(std::string_view answer,
   return out;
 }
 
-std::optional<AnalysisAnswer> parseAnalysis(std::string_view answer, const SentenceTitles& titles) {
+std::optional<AnalysisAnswer> parseAnalysis(std::string_view answer, const AITitles& titles) {
   if (answer.starts_with(kWarningPrefix) || trim(answer).empty()) return std::nullopt;
   AnalysisAnswer out;
   bool inGrammar = false;  // a grammar point may run over several lines
@@ -186,17 +192,18 @@ std::optional<AnalysisAnswer> parseAnalysis(std::string_view answer, const Sente
       out.words.push_back(std::move(word));
       return false;
     }
-    if (auto headed = splitHead(line)) {
-      if (sameName(headed->head, titles.structure)) {
-        out.structure = headed->rest;
+    if (auto titled = titledLine(line, titles)) {
+      const std::string rest(trim(titled->rest));
+      if (titled->label == AILabel::structure) {
+        out.structure = rest;
         return false;
       }
-      if (sameName(headed->head, titles.grammar)) {
-        out.grammar = headed->rest;
+      if (titled->label == AILabel::grammar) {
+        out.grammar = rest;
         return true;
       }
-      if (sameName(headed->head, titles.expression)) {
-        out.expression = splitGloss(headed->rest);
+      if (titled->label == AILabel::expression) {
+        out.expression = splitGloss(rest);
         return false;
       }
     }

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ai/sentence_prompts.h"
+#include "ai/ai_label.h"
 
 namespace vesko {
 
@@ -38,7 +38,7 @@ struct TranslationAnswer {
 // French and in the answer language), compared without case and brackets.
 std::optional<TranslationAnswer> parseTranslation(std::string_view answer,
                                                   const std::vector<std::string>& languageNames,
-                                                  const SentenceTitles& titles);
+                                                  const AITitles& titles);
 
 struct AnalysisWord {
   std::string word;
@@ -55,7 +55,8 @@ struct AnalysisAnswer {
   std::optional<Gloss> expression;
   std::vector<std::string> other;
 };
-std::optional<AnalysisAnswer> parseAnalysis(std::string_view answer, const SentenceTitles& titles);
+std::optional<AnalysisAnswer> parseAnalysis(std::string_view answer,
+                                            const AITitles& titles);
 
 struct CorrectionAnswer {
   std::string corrected;  // the first line, without its "✓"

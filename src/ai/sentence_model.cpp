@@ -25,9 +25,13 @@ std::string_view actionLabel(SentenceAction action, bool retried) {
   return "traduction";
 }
 
-SentenceModel::SentenceModel(SentenceSelection selection, SentenceSetup setup,
+SentenceModel::SentenceModel(SentenceSelection selection, SentenceSetup setup, AITitles titles,
                              const LanguageAsk& ask, AnswerCache& cache)
-    : selection_(std::move(selection)), setup_(std::move(setup)), ask_(ask), cache_(cache) {}
+    : selection_(std::move(selection)),
+      setup_(std::move(setup)),
+      titles_(std::move(titles)),
+      ask_(ask),
+      cache_(cache) {}
 
 SentenceModel::~SentenceModel() {
   for (auto& state : states_)
@@ -46,7 +50,7 @@ std::string SentenceModel::prompt(SentenceAction action) const {
       request.targetCodes = setup_.targetCodes;
       request.answerLanguageName = answerName;
       request.line = selection_.line;
-      return translationPrompt(request, setup_.titles);
+      return translationPrompt(request, titles_);
     }
     case SentenceAction::analyse: {
       AnalysisRequest request;
@@ -55,7 +59,7 @@ std::string SentenceModel::prompt(SentenceAction action) const {
       request.traditional = selection_.traditional;
       request.answerLanguageName = answerName;
       request.sentence = selection_.sentence;
-      return analysisPrompt(request, setup_.titles);
+      return analysisPrompt(request, titles_);
     }
     case SentenceAction::correct:
       return correctionPrompt(selection_.text,

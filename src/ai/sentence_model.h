@@ -36,7 +36,6 @@ struct SentenceSetup {
   std::vector<std::string> targetCodes;  // "en", "zh-Hant"…
   std::string provider;                  // for the cache key: "claude", "local"…
   std::string model;                     // the learner's model for that provider; may be empty
-  SentenceTitles titles;                 // in the answer language
   // The model override for a second try; nothing keeps the learner's model.
   std::function<std::optional<std::string>()> strongerModel;
   // Removes the words the learner kept from a wrong answer.
@@ -49,9 +48,10 @@ class SentenceModel {
   static constexpr int kAnalysisTokens = 700;
   static constexpr int kCorrectionTokens = 400;
 
-  // `ask` and `cache` must outlive the model and every answer it waits for.
-  SentenceModel(SentenceSelection selection, SentenceSetup setup, const LanguageAsk& ask,
-                AnswerCache& cache);
+  // `ask` and `cache` must outlive the model and every answer it waits for. `titles`: in the
+  // setup's answer language.
+  SentenceModel(SentenceSelection selection, SentenceSetup setup, AITitles titles,
+                const LanguageAsk& ask, AnswerCache& cache);
   ~SentenceModel();  // waits for the questions still running
   SentenceModel(const SentenceModel&) = delete;
   SentenceModel& operator=(const SentenceModel&) = delete;
@@ -93,6 +93,7 @@ class SentenceModel {
 
   SentenceSelection selection_;
   SentenceSetup setup_;
+  AITitles titles_;
   const LanguageAsk& ask_;
   AnswerCache& cache_;
   std::array<ActionState, 3> states_;

@@ -1,7 +1,6 @@
 #include "ai/sentence_prompts.h"
 
-#include <algorithm>
-
+#include "ai/explain_prompts.h"
 #include "settings/loc.h"
 
 namespace vesko {
@@ -16,41 +15,13 @@ std::string joined(const std::vector<std::string>& items, std::string_view separ
   return out;
 }
 
-bool contains(const std::vector<std::string>& codes, std::string_view code) {
-  return std::find(codes.begin(), codes.end(), code) != codes.end();
-}
-
 // Loc names every interface language; the studied languages beyond them are named here.
 std::string frenchName(std::string_view code, bool traditional) {
   if (code == "ja") return "japonais";
   return Loc::frenchLanguageName(code, traditional);
 }
 
-// Chinese wanted as people speak it, in the script and usage of the place it is read in.
-std::string chineseUsageLines(const std::vector<std::string>& targetCodes) {
-  std::string lines =
-      " Pour le chinois : du chinois ORAL et naturel, comme on le dit vraiment à voix haute (口语), "
-      "pas un registre écrit ni littéraire — pas de 与 / 之 / 乃 / 而 / 亦 / 其 / 即 ni de "
-      "tournures de dissertation ; pas de mot à mot : rends le sens comme un locuteur natif le "
-      "dirait.";
-  if (contains(targetCodes, "zh-Hant"))
-    lines += " Pour le chinois traditionnel : usage de Taïwan (台灣用語, ex. 影片, 軟體, 資訊).";
-  if (contains(targetCodes, "zh-Hans"))
-    lines += " Pour le chinois simplifié : usage de Chine continentale.";
-  return lines;
-}
-
-constexpr std::string_view kTitlesLine =
-    " Écris ces titres exactement comme indiqué (ils sont déjà dans la langue de réponse), suivis "
-    "de « : ».";
-
 }  // namespace
-
-SentenceTitles sentenceTitles(const Loc& loc, std::string_view answerLanguage) {
-  return {loc.t("Structure", answerLanguage), loc.t("Expression", answerLanguage),
-          loc.t("Grammaire", answerLanguage), loc.t("Nuance", answerLanguage),
-          loc.t("Morceaux", answerLanguage)};
-}
 
 std::string translationSourceName(std::string_view code, bool traditional) {
   if (code.starts_with("zh"))
@@ -66,7 +37,7 @@ std::string analysisSourceName(std::string_view code, bool traditional) {
   return frenchName(code, traditional);
 }
 
-std::string translationPrompt(const TranslationRequest& request, const SentenceTitles& titles) {
+std::string translationPrompt(const TranslationRequest& request, const AITitles& titles) {
   const std::string source = translationSourceName(request.sourceCode, request.traditional);
   std::string prompt = "Le texte suivant est en " + source +
                        ". Traduis-le de façon naturelle en : " + joined(request.targets, ", ") +
@@ -75,22 +46,22 @@ std::string translationPrompt(const TranslationRequest& request, const SentenceT
   prompt +=
       "Réponds seulement avec une ligne par langue, au format « langue : traduction », puis une "
       "ligne « " +
-      titles.nuance + " : … » si un mot mérite une remarque. ";
-  prompt += "Termine par une ligne « " + titles.expression +
+      titles[AILabel::nuance] + " : … » si un mot mérite une remarque. ";
+  prompt += "Termine par une ligne « " + titles[AILabel::expression] +
             " : … = … » qui donne l'expression ou la structure clé du texte, dans la langue "
             "d'origine, COMPLÈTE telle qu'elle apparaît dans le texte (ex. 摀著耳朵, jamais "
             "摀著…) ; « … » seulement AU MILIEU pour une partie qui change (與其…不如…), jamais à "
             "la fin ; et son sens (ex. « " +
-            titles.expression + " : 對…沒印象 = … »). ";
+            titles[AILabel::expression] + " : 對…沒印象 = … »). ";
   prompt += "Si le texte n'est qu'un seul mot, pas de ligne Expression. ";
   prompt +=
       "Si le texte (ou l'expression) se compose de plusieurs morceaux qui ont chacun un sens, "
       "ajoute AVANT la ligne Expression une ligne « " +
-      titles.parts +
+      titles[AILabel::parts] +
       " : morceau = traduction · morceau = traduction » : chaque plus petit mot ou élément qui a "
       "un sens, écrit comme dans le texte, = sa traduction courte en " +
-      request.answerLanguageName + " (ex. « " + titles.parts +
-      " : 等長 = isométrique · 收縮 = contraction »). Pas de ligne " + titles.parts +
+      request.answerLanguageName + " (ex. « " + titles[AILabel::parts] +
+      " : 等長 = isométrique · 收縮 = contraction »). Pas de ligne " + titles[AILabel::parts] +
       " pour un seul mot simple. ";
   prompt += "Dans chaque traduction, mets entre ** ** la partie qui correspond à cette expression.";
   prompt += "\n\nTexte (" + source + ") : " + request.text;
@@ -100,25 +71,23 @@ std::string translationPrompt(const TranslationRequest& request, const SentenceT
               "d'une expression plus grande dans cette ligne (ex. 子氣 dans 小家子氣). Si oui, "
               "commence par « ⚠︎ Fait partie de : … », puis traduis et explique l'expression "
               "complète (c'est elle qui va dans la ligne Expression).";
-  if (std::any_of(request.targetCodes.begin(), request.targetCodes.end(),
-                  [](const std::string& code) { return code.starts_with("zh"); }))
-    prompt += chineseUsageLines(request.targetCodes);
+  prompt += chineseUsageLines(request.targetCodes);
   return prompt;
 }
 
-std::string analysisPrompt(const AnalysisRequest& request, const SentenceTitles& titles) {
+std::string analysisPrompt(const AnalysisRequest& request, const AITitles& titles) {
   std::string prompt =
       "Décortique ce texte en " + analysisSourceName(request.sourceCode, request.traditional);
   if (request.sourceCode.starts_with("zh")) prompt += " (avec le pinyin)";
   if (request.sourceCode == "ja") prompt += " (avec la lecture en kana)";
   prompt += " pour un apprenant. Réponds en " + request.answerLanguageName +
             ", sans question ni remarque préalable.\n";
-  prompt += titles.structure +
+  prompt += titles[AILabel::structure] +
             " sur UNE ligne (éléments séparés par « + », chacun avec son rôle).\n";
   prompt += "Puis 3 à 6 lignes « • mot = sens ICI · nature » pour les mots clés.\n";
-  prompt += "« " + titles.grammar +
+  prompt += "« " + titles[AILabel::grammar] +
             " : » le point de grammaire principal, expliqué simplement avec un mini exemple.\n";
-  prompt += "« " + titles.expression +
+  prompt += "« " + titles[AILabel::expression] +
             " : … = … » : l'expression ou la structure clé, COMPLÈTE telle qu'elle apparaît (« … » "
             "seulement au milieu).";
   prompt +=
@@ -129,7 +98,7 @@ std::string analysisPrompt(const AnalysisRequest& request, const SentenceTitles&
   if (request.sentence)
     prompt += "\nCe texte fait partie de la phrase : « " + *request.sentence +
               " ». Explique-le dans ce contexte.";
-  prompt += kTitlesLine;
+  prompt += titlesLine();
   prompt += "\n\n" + request.text;
   return prompt;
 }

@@ -1,29 +1,17 @@
 #pragma once
 // The user texts of the three actions on a selected text: translate it into the learner's
 // languages, take it apart, correct a sentence the learner wrote. Pure functions of their
-// arguments; the section titles come in already written in the answer language (see
-// SentenceTitles). Any thread.
+// arguments; the section titles come in already written in the answer language (AITitles).
+// Any thread.
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "ai/ai_label.h"
+
 namespace vesko {
-
-class Loc;
-
-// The section titles the prompts ask for, in the answer language: the parser looks for the same
-// words in the answer.
-struct SentenceTitles {
-  std::string structure = "Structure";
-  std::string expression = "Expression";
-  std::string grammar = "Grammaire";
-  std::string nuance = "Nuance";
-  std::string parts = "Morceaux";
-};
-// The titles written in `answerLanguage` ("en", "zh-Hant"…) by the interface-text table.
-SentenceTitles sentenceTitles(const Loc& loc, std::string_view answerLanguage);
 
 // The text's language named in French for the translation prompt: Chinese says mandarin and its
 // script. `code` is a language code ("zh", "ja", "fr"…); `traditional` matters for Chinese only.
@@ -40,7 +28,7 @@ struct TranslationRequest {
   std::string answerLanguageName;        // in French ("français")
   std::optional<std::string> line;       // the longer line when the text is a piece of it
 };
-std::string translationPrompt(const TranslationRequest& request, const SentenceTitles& titles);
+std::string translationPrompt(const TranslationRequest& request, const AITitles& titles);
 
 struct AnalysisRequest {
   std::string text;
@@ -49,7 +37,7 @@ struct AnalysisRequest {
   std::string answerLanguageName;
   std::optional<std::string> sentence;  // the sentence the text is a part of
 };
-std::string analysisPrompt(const AnalysisRequest& request, const SentenceTitles& titles);
+std::string analysisPrompt(const AnalysisRequest& request, const AITitles& titles);
 
 // `languageName`: the sentence's language named in French.
 std::string correctionPrompt(std::string_view sentence, std::string_view languageName,

@@ -117,7 +117,6 @@ class AIContext {
     if (provider == AIProvider::apple) setup.model = settings_.text("localModel");
     else if (!providerRow(provider).modelKey.empty())
       setup.model = settings_.text(providerRow(provider).modelKey);
-    setup.titles = sentenceTitles(loc_, setup.answerLanguage);
     setup.strongerModel = [this] { return ai_.strongerClaudeModel(); };
     return setup;
   }
@@ -175,7 +174,9 @@ SentenceSelection selectionOf(const std::string& text, const std::string& code) 
 
 std::string askOnce(AIContext& context, SentenceSelection selection, SentenceSetup setup,
                     SentenceAction action) {
-  SentenceModel model(std::move(selection), std::move(setup), context.ask(), context.cache());
+  AITitles titles(context.loc(), setup.answerLanguage);
+  SentenceModel model(std::move(selection), std::move(setup), std::move(titles), context.ask(),
+                      context.cache());
   model.open(action);
   model.wait(action);
   return model.answer(action);
@@ -212,7 +213,7 @@ int runTranslate(const TranslateOptions& options, AIContext& context) {
   SentenceSelection selection = selectionOf(options.text, *lang);
   selection.line = optionalText(options.line);
   SentenceSetup setup = context.setup(targets);
-  const SentenceTitles titles = setup.titles;
+  const AITitles titles(context.loc(), setup.answerLanguage);
   const std::string answer =
       askOnce(context, std::move(selection), std::move(setup), SentenceAction::translate);
   int exitCode = 0;
@@ -244,13 +245,13 @@ int runTranslate(const TranslateOptions& options, AIContext& context) {
   if (read->partOf) std::cout << "⚠︎ Fait partie de : " << *read->partOf << '\n';
   for (const auto& line : read->translations) std::cout << line.language << " : " << line.text << '\n';
   for (const auto& line : read->other) std::cout << line << '\n';
-  if (read->nuance) std::cout << titles.nuance << " : " << *read->nuance << '\n';
+  if (read->nuance) std::cout << titles[AILabel::nuance] << " : " << *read->nuance << '\n';
   if (!read->parts.empty()) {
     std::cout << context.loc().t("Plus petits morceaux") << '\n';
     for (const auto& part : read->parts) std::cout << "  " << part.text << " = " << part.meaning << '\n';
   }
   if (read->expression)
-    std::cout << titles.expression << " : " << read->expression->text << " = "
+    std::cout << titles[AILabel::expression] << " : " << read->expression->text << " = "
               << read->expression->meaning << '\n';
   return 0;
 }
@@ -266,7 +267,7 @@ int runAnalyse(const AnalyseOptions& options, AIContext& context) {
   SentenceSelection selection = selectionOf(options.text, *lang);
   selection.sentence = optionalText(options.sentence);
   SentenceSetup setup = context.setup({});
-  const SentenceTitles titles = setup.titles;
+  const AITitles titles(context.loc(), setup.answerLanguage);
   const std::string answer =
       askOnce(context, std::move(selection), std::move(setup), SentenceAction::analyse);
   int exitCode = 0;

@@ -5,12 +5,31 @@
 
 #include <gtest/gtest.h>
 
+#include "dict/cedict.h"
+#include "settings/loc.h"
+#include "support/fake_clock.h"
+#include "support/temp_dir.h"
+
 namespace vesko {
 namespace {
 
-const SentenceTitles kFrench{};
-const SentenceTitles kEnglish{"Structure", "Expression", "Grammar", "Nuance", "Pieces"};
-const SentenceTitles kChinese{"结构", "表达", "语法", "细微差别", "小块"};
+struct Texts {
+  testing::TempDir dir;
+  testing::FakeClock clock;
+  Settings settings{dir.path() / "settings.json", clock};
+  CEDict dictionary;
+  HantCache hant{dictionary};
+  LocTables tables;
+  Loc loc{settings, tables, hant, {"fr-FR"}};
+};
+
+const Texts& texts() {
+  static const Texts made;
+  return made;
+}
+const AITitles kFrench(texts().loc, "fr");
+const AITitles kEnglish(texts().loc, "en");
+const AITitles kChinese(texts().loc, "zh-Hans");
 
 TEST(TranslationAnswer, LinesPerLanguagePiecesAndExpression) {
   const std::string answer =
@@ -62,7 +81,7 @@ TEST(TranslationAnswer, NamesMatchWithoutCaseOrBrackets) {
       "**Anglais** : It's raining.\n"
       "【Chinois traditionnel (Taïwan)】：下雨了。\n"
       "РУССКИЙ: Идёт дождь.\n"
-      "【小块】：下 = descendre · 雨 = pluie";
+      "【拆分】：下 = descendre · 雨 = pluie";
   auto read = parseTranslation(answer, {"anglais", "chinois traditionnel (Taïwan)", "русский"},
                                kChinese);
   ASSERT_TRUE(read);

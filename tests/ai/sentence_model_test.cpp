@@ -9,6 +9,8 @@
 #include <deque>
 
 #include "ai/explain_prompts.h"
+#include "dict/cedict.h"
+#include "settings/loc.h"
 #include "support/fake_clock.h"
 #include "support/temp_dir.h"
 
@@ -59,6 +61,11 @@ class SentenceModelTest : public ::testing::Test {
 
   testing::TempDir dir;
   testing::FakeClock clock;
+  Settings settings{dir.path() / "settings.json", clock};
+  CEDict dictionary;
+  HantCache hant{dictionary};
+  LocTables tables;
+  Loc loc{settings, tables, hant, {"fr-FR"}};
   AnswerCache cache;
   std::deque<std::string> answers;
   std::vector<Sent> sent;
@@ -69,7 +76,7 @@ class SentenceModelTest : public ::testing::Test {
 TEST_F(SentenceModelTest, EachTabAsksOnceAndTheAnswerIsKeptForTheNextSelection) {
   answers = {"anglais : **petty**\nExpression : 小家子氣 = mesquin"};
   {
-    SentenceModel model(selection(), setup(), ask, cache);
+    SentenceModel model(selection(), setup(), AITitles(loc, "fr"), ask, cache);
     EXPECT_FALSE(model.loading(SentenceAction::translate));
     model.open(SentenceAction::translate);
     EXPECT_TRUE(model.loading(SentenceAction::translate));
@@ -91,14 +98,14 @@ TEST_F(SentenceModelTest, EachTabAsksOnceAndTheAnswerIsKeptForTheNextSelection) 
   EXPECT_NE(sent[0].user.find("MORCEAU de la phrase / ligne : « 他很小家子氣 »"), std::string::npos);
   EXPECT_TRUE(sent[0].user.ends_with(std::string(importantParagraph("fr"))));
 
-  SentenceModel again(selection(), setup(), ask, cache);
+  SentenceModel again(selection(), setup(), AITitles(loc, "fr"), ask, cache);
   again.open(SentenceAction::translate);
   EXPECT_FALSE(again.loading(SentenceAction::translate));
   EXPECT_EQ(again.answer(SentenceAction::translate),
             "anglais : **petty**\nExpression : 小家子氣 = mesquin");
   EXPECT_EQ(sent.size(), 1u);
   // Another answer language is another answer.
-  SentenceModel english(selection(), setup("en"), ask, cache);
+  SentenceModel english(selection(), setup("en"), AITitles(loc, "en"), ask, cache);
   english.open(SentenceAction::translate);
   EXPECT_EQ(sent.size(), 2u);
 }
@@ -106,12 +113,12 @@ TEST_F(SentenceModelTest, EachTabAsksOnceAndTheAnswerIsKeptForTheNextSelection) 
 TEST_F(SentenceModelTest, MessagesAreShownButNeverKept) {
   answers = {"⚠️ Claude ne répond pas.", "anglais : petty"};
   {
-    SentenceModel model(selection(), setup(), ask, cache);
+    SentenceModel model(selection(), setup(), AITitles(loc, "fr"), ask, cache);
     model.open(SentenceAction::correct);
     model.wait(SentenceAction::correct);
     EXPECT_EQ(model.answer(SentenceAction::correct), "⚠️ Claude ne répond pas.");
   }
-  SentenceModel model(selection(), setup(), ask, cache);
+  SentenceModel model(selection(), setup(), AITitles(loc, "fr"), ask, cache);
   model.open(SentenceAction::correct);
   model.wait(SentenceAction::correct);
   EXPECT_EQ(sent.size(), 2u);
@@ -126,7 +133,7 @@ TEST_F(SentenceModelTest, AWrongAnswerIsForgottenAndAskedAgainWithTheStrongerMod
   const std::string right = "⚠︎ Fait partie de : 小家子氣\nanglais : **petty**";
   answers = {wrong, right};
   {
-    SentenceModel model(selection(), setup(), ask, cache);
+    SentenceModel model(selection(), setup(), AITitles(loc, "fr"), ask, cache);
     model.open(SentenceAction::translate);
     model.wait(SentenceAction::translate);
     model.markWrong(SentenceAction::translate, "子氣 est dans 小家子氣");
@@ -146,14 +153,14 @@ TEST_F(SentenceModelTest, AWrongAnswerIsForgottenAndAskedAgainWithTheStrongerMod
   }
   // The second answer is the one found again, under its own label.
   EXPECT_EQ(cache.find({"redemander", "子氣", "fr", "claude", "claude-haiku-4-5-20251001"}), right);
-  SentenceModel again(selection(), setup(), ask, cache);
+  SentenceModel again(selection(), setup(), AITitles(loc, "fr"), ask, cache);
   again.open(SentenceAction::translate);
   EXPECT_EQ(again.answer(SentenceAction::translate), right);
   EXPECT_EQ(sent.size(), 2u);
 }
 
 TEST_F(SentenceModelTest, NothingToMarkWrongWhileLoadingOrWithoutAnswer) {
-  SentenceModel model(selection(), setup(), ask, cache);
+  SentenceModel model(selection(), setup(), AITitles(loc, "fr"), ask, cache);
   model.markWrong(SentenceAction::analyse);
   EXPECT_TRUE(sent.empty());
   model.open(SentenceAction::analyse);
@@ -165,7 +172,7 @@ TEST_F(SentenceModelTest, NothingToMarkWrongWhileLoadingOrWithoutAnswer) {
 
 TEST_F(SentenceModelTest, AWrongMessageIsAskedAgainWithoutForgettingTerms) {
   answers = {"⚠️ Réponse vide.", "Structure : 子 + 氣"};
-  SentenceModel model(selection(), setup(), ask, cache);
+  SentenceModel model(selection(), setup(), AITitles(loc, "fr"), ask, cache);
   model.open(SentenceAction::analyse);
   model.wait(SentenceAction::analyse);
   model.markWrong(SentenceAction::analyse);

@@ -5,8 +5,28 @@
 
 #include <gtest/gtest.h>
 
+#include "dict/cedict.h"
+#include "settings/loc.h"
+#include "support/fake_clock.h"
+#include "support/temp_dir.h"
+
 namespace vesko {
 namespace {
+
+struct Texts {
+  testing::TempDir dir;
+  testing::FakeClock clock;
+  Settings settings{dir.path() / "settings.json", clock};
+  CEDict dictionary;
+  HantCache hant{dictionary};
+  LocTables tables;
+  Loc loc{settings, tables, hant, {"fr-FR"}};
+};
+
+const Texts& texts() {
+  static const Texts made;
+  return made;
+}
 
 TEST(SentencePrompts, TranslationOfAPieceIntoTraditionalChinese) {
   TranslationRequest request;
@@ -17,7 +37,7 @@ TEST(SentencePrompts, TranslationOfAPieceIntoTraditionalChinese) {
   request.targetCodes = {"en", "zh-Hant", "zh-Hans"};
   request.answerLanguageName = "anglais";
   request.line = "他這個人很小家子氣";
-  SentenceTitles titles{"Structure", "Expression", "Grammar", "Nuance", "Pieces"};
+  const AITitles titles(texts().loc, "en");
   const std::string expected =
       "Le texte suivant est en chinois (mandarin, caractères traditionnels). Traduis-le de façon "
       "naturelle en : anglais, chinois traditionnel (Taïwan), chinois simplifié. Ne discute pas de "
@@ -53,7 +73,7 @@ TEST(SentencePrompts, TranslationOfAWholeFrenchSentenceHasNoPieceOrChineseLines)
   request.targets = {"polonais"};
   request.targetCodes = {"pl"};
   request.answerLanguageName = "polonais";
-  const std::string prompt = translationPrompt(request, SentenceTitles{});
+  const std::string prompt = translationPrompt(request, AITitles(texts().loc, "fr"));
   EXPECT_TRUE(prompt.starts_with("Le texte suivant est en français. Traduis-le de façon naturelle "
                                  "en : polonais. "));
   EXPECT_TRUE(prompt.ends_with("expression.\n\nTexte (français) : Il pleut des cordes."));
@@ -79,7 +99,7 @@ TEST(SentencePrompts, AnalysisOfJapaneseInASentence) {
       "广, dans 见多识广 »), puis décortique le texte probable.\nCe texte fait partie de la phrase "
       ": « ケーキを全部食べてしまった。 ». Explique-le dans ce contexte. Écris ces titres exactement "
       "comme indiqué (ils sont déjà dans la langue de réponse), suivis de « : ».\n\n食べてしまった";
-  EXPECT_EQ(analysisPrompt(request, SentenceTitles{}), expected);
+  EXPECT_EQ(analysisPrompt(request, AITitles(texts().loc, "fr")), expected);
 }
 
 TEST(SentencePrompts, AnalysisOfSimplifiedChineseAskForPinyinAndNoSentenceLine) {
@@ -87,7 +107,7 @@ TEST(SentencePrompts, AnalysisOfSimplifiedChineseAskForPinyinAndNoSentenceLine) 
   request.text = "见多识广";
   request.sourceCode = "zh";
   request.answerLanguageName = "russe";
-  SentenceTitles titles{"Структура", "Выражение", "Грамматика", "Нюанс", "Части"};
+  const AITitles titles(texts().loc, "ru");
   const std::string prompt = analysisPrompt(request, titles);
   EXPECT_TRUE(prompt.starts_with("Décortique ce texte en chinois (caractères simplifiés) (avec le "
                                  "pinyin) pour un apprenant. Réponds en russe,"));
