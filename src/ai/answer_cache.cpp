@@ -37,8 +37,7 @@ void AnswerCache::load() {
     entries_.clear();
     auto aside = setAside(file_, clock_);
     if (log_)
-      log_(aside ? "réponses IA : fichier illisible, mis de côté sous " +
-                       aside->filename().string()
+      log_(aside ? "réponses IA : fichier illisible, mis de côté sous " + aside->filename().string()
                  : "réponses IA : fichier illisible, impossible de le mettre de côté");
   }
 }
@@ -77,8 +76,10 @@ void AnswerCache::save() const {
                         {"model", entry.key.model},
                         {"answer", entry.answer}});
   // A failed write keeps the answers in memory; the next one tries again.
-  auto written = writeFileAtomically(file_, document.dump(1, ' ', false, json::error_handler_t::replace));
-  if (!written && log_) log_("réponses IA : écriture impossible (" + written.error().message() + ")");
+  auto written =
+      writeFileAtomically(file_, document.dump(1, ' ', false, json::error_handler_t::replace));
+  if (!written && log_)
+    log_("réponses IA : écriture impossible (" + written.error().message() + ")");
 }
 
 }  // namespace vesko

@@ -1,8 +1,8 @@
 #pragma once
 // The answers already given to the actions on a selected text, so that reopening the same text
 // asks nothing: kept in one JSON file of the data folder, keyed by action, text, answer language,
-// provider and model. "⚠️ " messages are never kept. The file is written whole and atomically; an
-// unreadable one is set aside and the cache starts empty. Safe from any thread (one mutex); two
+// provider and model. "⚠️ " messages are never kept. The file is written whole and atomically;
+// an unreadable one is set aside and the cache starts empty. Safe from any thread (one mutex); two
 // processes sharing the file each keep their own last write.
 
 #include <cstddef>

@@ -57,8 +57,10 @@ std::string folded(std::string_view text) {
   // Two-byte Cyrillic capitals А–Я (U+0410–042F) → а–я.
   for (std::size_t i = 0; i + 1 < out.size(); ++i) {
     auto a = static_cast<unsigned char>(out[i]), b = static_cast<unsigned char>(out[i + 1]);
-    if (a == 0xD0 && b >= 0x90 && b <= 0x9F) out[i + 1] = static_cast<char>(b + 0x20);
-    else if (a == 0xD0 && b >= 0xA0 && b <= 0xAF) out[i] = '\xD1', out[i + 1] = static_cast<char>(b - 0x20);
+    if (a == 0xD0 && b >= 0x90 && b <= 0x9F)
+      out[i + 1] = static_cast<char>(b + 0x20);
+    else if (a == 0xD0 && b >= 0xA0 && b <= 0xAF)
+      out[i] = '\xD1', out[i + 1] = static_cast<char>(b - 0x20);
   }
   return out;
 }
@@ -88,8 +90,8 @@ std::optional<std::string> partOfLine(std::string_view line) {
 }
 
 // The separators a language name may be followed by when the answer forgets the colon.
-constexpr std::array<std::string_view, 9> kLooseSeparators{";", "；", ",", "，", " - ", " – ",
-                                                           " — ", "-", "—"};
+constexpr std::array<std::string_view, 9> kLooseSeparators{";",   "；",  ",", "，", " - ",
+                                                           " – ", " — ", "-", "—"};
 
 }  // namespace
 
@@ -108,7 +110,8 @@ Gloss splitGloss(std::string_view text) {
   for (std::string_view equals : {" = ", "=", "＝"}) {
     auto at = text.find(equals);
     if (at != std::string_view::npos)
-      return {std::string(trim(text.substr(0, at))), std::string(trim(text.substr(at + equals.size())))};
+      return {std::string(trim(text.substr(0, at))),
+              std::string(trim(text.substr(at + equals.size())))};
   }
   return {std::string(text), {}};
 }
@@ -118,9 +121,11 @@ std::optional<TranslationAnswer> parseTranslation(std::string_view answer,
                                                   const AITitles& titles) {
   if (answer.starts_with(kWarningPrefix) || trim(answer).empty()) return std::nullopt;
   TranslationAnswer out;
-  auto isLanguage = [&](std::string_view head) {
-    return std::any_of(languageNames.begin(), languageNames.end(),
-                       [&](const std::string& name) { return sameName(head, name); });
+  // The requested name the head stands for.
+  auto languageOf = [&](std::string_view head) -> const std::string* {
+    for (const auto& name : languageNames)
+      if (sameName(head, name)) return &name;
+    return nullptr;
   };
   for (std::string_view raw : lines(answer)) {
     const std::string_view line = trim(raw);
@@ -150,21 +155,23 @@ std::optional<TranslationAnswer> parseTranslation(std::string_view answer,
         continue;
       }
     }
-    std::optional<HeadedLine> headed = splitHead(line);
-    if (!headed || !isLanguage(headed->head)) {
-      headed.reset();
+    const std::string* language = nullptr;
+    std::string text;
+    if (auto headed = splitHead(line); headed && (language = languageOf(headed->head))) {
+      text = headed->rest;
+    } else {
       // A language name followed by another separator than the colon.
       for (auto separator : kLooseSeparators) {
         auto at = line.find(separator);
-        if (at != std::string_view::npos && isLanguage(line.substr(0, at))) {
-          headed = HeadedLine{cleanHead(line.substr(0, at)),
-                              std::string(trim(line.substr(at + separator.size())))};
+        if (at == std::string_view::npos) continue;
+        if ((language = languageOf(line.substr(0, at)))) {
+          text = std::string(trim(line.substr(at + separator.size())));
           break;
         }
       }
     }
-    if (headed) {
-      out.translations.push_back({headed->head, headed->rest});
+    if (language) {
+      out.translations.push_back({*language, std::move(text)});
     } else {
       out.other.emplace_back(line);
     }
@@ -222,9 +229,9 @@ std::optional<AnalysisAnswer> parseAnalysis(std::string_view answer, const AITit
 }
 
 std::string withoutEndPunctuation(std::string_view sentence) {
-  static constexpr std::array<std::string_view, 20> kEnds{
-      "，", "。", "！", "？", "、", ",", ".", "!", "?", "；", ";", "：", ":", "「", "」", "\"",
-      "\n", " ", "\r", "\t"};
+  static constexpr std::array<std::string_view, 20> kEnds{"，", "。", "！", "？", "、", ",", ".",
+                                                          "!",  "?",  "；", ";",  "：", ":", "「",
+                                                          "」", "\"", "\n", " ",  "\r", "\t"};
   for (bool changed = true; changed;) {
     changed = false;
     for (auto end : kEnds) {

@@ -1,7 +1,7 @@
 #pragma once
 // Reads the answers of the translation, analysis and correction prompts back into records: the
-// line formats those prompts impose, and nothing else is assumed. A text beginning with "⚠️ " is a
-// message for the learner and gives nothing. Pure functions; any thread.
+// line formats those prompts impose, and nothing else is assumed. A text beginning with "⚠️ " is
+// a message for the learner and gives nothing. Pure functions; any thread.
 
 #include <optional>
 #include <string>
@@ -20,7 +20,7 @@ struct Gloss {
 };
 
 struct TranslationLine {
-  std::string language;  // the head as the answer wrote it
+  std::string language;  // the name of `languageNames` the line's head matched
   std::string text;      // with the ** ** marks kept
   bool operator==(const TranslationLine&) const = default;
 };
@@ -55,11 +55,10 @@ struct AnalysisAnswer {
   std::optional<Gloss> expression;
   std::vector<std::string> other;
 };
-std::optional<AnalysisAnswer> parseAnalysis(std::string_view answer,
-                                            const AITitles& titles);
+std::optional<AnalysisAnswer> parseAnalysis(std::string_view answer, const AITitles& titles);
 
 struct CorrectionAnswer {
-  std::string corrected;  // the first line, without its "✓"
+  std::string corrected;   // the first line, without its "✓"
   bool unchanged = false;  // marked "✓", or equal to the learner's sentence but for punctuation
   std::string grammar;
 };

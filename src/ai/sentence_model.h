@@ -24,8 +24,8 @@ enum class SentenceAction { translate = 0, analyse = 1, correct = 2 };
 // The text the actions work on, with what surrounds it.
 struct SentenceSelection {
   std::string text;
-  std::string languageCode;  // the text's language: "zh", "ja", "fr"…
-  bool traditional = false;  // Chinese written in traditional characters
+  std::string languageCode;             // the text's language: "zh", "ja", "fr"…
+  bool traditional = false;             // Chinese written in traditional characters
   std::optional<std::string> line;      // the longer line when the text is a piece of one
   std::optional<std::string> sentence;  // the sentence the text is part of (analysis)
 };

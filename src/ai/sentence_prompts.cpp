@@ -66,11 +66,12 @@ std::string translationPrompt(const TranslationRequest& request, const AITitles&
   prompt += "Dans chaque traduction, mets entre ** ** la partie qui correspond à cette expression.";
   prompt += "\n\nTexte (" + source + ") : " + request.text;
   if (request.line)
-    prompt += "\nCe texte est un MORCEAU de la phrase / ligne : « " + *request.line +
-              " ». Traduis-le dans ce contexte. Vérifie d'abord s'il fait partie d'un mot ou "
-              "d'une expression plus grande dans cette ligne (ex. 子氣 dans 小家子氣). Si oui, "
-              "commence par « ⚠︎ Fait partie de : … », puis traduis et explique l'expression "
-              "complète (c'est elle qui va dans la ligne Expression).";
+    prompt +=
+        "\nCe texte est un MORCEAU de la phrase / ligne : « " + *request.line +
+        " ». Traduis-le dans ce contexte. Vérifie d'abord s'il fait partie d'un mot ou "
+        "d'une expression plus grande dans cette ligne (ex. 子氣 dans 小家子氣). Si oui, "
+        "commence par « ⚠︎ Fait partie de : … », puis traduis et explique l'expression "
+        "complète (c'est elle qui va dans la ligne Expression).";
   prompt += chineseUsageLines(request.targetCodes);
   return prompt;
 }
@@ -92,8 +93,10 @@ std::string analysisPrompt(const AnalysisRequest& request, const AITitles& title
             "seulement au milieu).";
   prompt +=
       "\nSi ce texte n'a pas de sens tel quel (mot coupé, erreur de lecture de l'écran) ou si tu "
-      "n'es pas sûr, commence par UNE ligne « 🤔 … » qui le dit et donne le texte probable (ex. "
-      "« 🤔 识户 n'est pas un mot : sans doute 识广, dans 见多识广 »), puis décortique le texte "
+      "n'es pas sûr, commence par UNE ligne « 🤔 … » qui le dit et donne le texte probable "
+      "(ex. "
+      "« 🤔 识户 n'est pas un mot : sans doute 识广, dans 见多识广 »), puis décortique le "
+      "texte "
       "probable.";
   if (request.sentence)
     prompt += "\nCe texte fait partie de la phrase : « " + *request.sentence +

@@ -23,7 +23,7 @@ struct TranslationRequest {
   std::string text;
   std::string sourceCode;  // "zh", "ja", "fr"…
   bool traditional = false;
-  std::vector<std::string> targets;  // target languages named in French ("anglais")
+  std::vector<std::string> targets;      // target languages named in French ("anglais")
   std::vector<std::string> targetCodes;  // the same as codes, for the Chinese usage lines
   std::string answerLanguageName;        // in French ("français")
   std::optional<std::string> line;       // the longer line when the text is a piece of it

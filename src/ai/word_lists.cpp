@@ -12,7 +12,8 @@ std::string_view trim(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n";
   while (!text.empty() && kBlanks.find(text.front()) != std::string_view::npos)
     text.remove_prefix(1);
-  while (!text.empty() && kBlanks.find(text.back()) != std::string_view::npos) text.remove_suffix(1);
+  while (!text.empty() && kBlanks.find(text.back()) != std::string_view::npos)
+    text.remove_suffix(1);
   return text;
 }
 
@@ -37,7 +38,8 @@ ListedWord readItem(std::string_view item) {
       break;
     }
   }
-  for (auto [open, close] : {std::pair<std::string_view, std::string_view>{"(", ")"}, {"（", "）"}}) {
+  for (auto [open, close] :
+       {std::pair<std::string_view, std::string_view>{"(", ")"}, {"（", "）"}}) {
     auto at = head.find(open);
     auto end = head.rfind(close);
     if (at != std::string_view::npos && end != std::string_view::npos && end > at) {
@@ -95,11 +97,12 @@ std::string synonymPrompt(const SynonymRequest& request) {
   prompt += "Chaque mot : mot";
   if (chinese) prompt += " (pinyin)";
   if (request.languageCode == "ja") prompt += " (lecture en kana)";
-  prompt += " = sens court en " + request.answerLanguageName +
-            ", séparés par « ; ». Rien d'autre.";
+  prompt += " = sens court en " + request.answerLanguageName + ", séparés par « ; ». Rien d'autre.";
   prompt += " Jamais « " + request.word + " » lui-même dans ces listes.";
   if (chinese) {
-    prompt += " Exemple : « ≈ 漂亮 (piàoliang) = joli ; 美丽 (měilì) = beau » puis « ≠ 丑 (chǒu) = laid ».";
+    prompt +=
+        " Exemple : « ≈ 漂亮 (piàoliang) = joli ; 美丽 (měilì) = beau » puis « ≠ 丑 (chǒu) = laid "
+        "».";
     prompt += " Même écriture que « " + request.word + " » (simplifié ou traditionnel).";
   }
   return prompt;
@@ -126,15 +129,22 @@ std::string conceptWordsLine(std::string_view word, std::string_view languageCod
                              std::string_view answerLanguageName) {
   const bool chinese = languageCode.starts_with("zh");
   std::string languageName;
-  if (chinese) languageName = "chinois";
-  else if (languageCode == "ja") languageName = "japonais";
-  else if (languageCode == "en") languageName = "anglais";
-  else if (languageCode == "ru") languageName = "russe";
-  else if (languageCode == "pl") languageName = "polonais";
-  else if (languageCode == "th") languageName = "thaï";
-  else languageName = "français";
-  std::string line = "\nAjoute enfin une ligne qui commence par « 📚 » : 3 mots ou expressions en " +
-                     languageName;
+  if (chinese)
+    languageName = "chinois";
+  else if (languageCode == "ja")
+    languageName = "japonais";
+  else if (languageCode == "en")
+    languageName = "anglais";
+  else if (languageCode == "ru")
+    languageName = "russe";
+  else if (languageCode == "pl")
+    languageName = "polonais";
+  else if (languageCode == "th")
+    languageName = "thaï";
+  else
+    languageName = "français";
+  std::string line =
+      "\nAjoute enfin une ligne qui commence par « 📚 » : 3 mots ou expressions en " + languageName;
   if (chinese) line += " avec le pinyin entre parenthèses";
   if (languageCode == "ja") line += " avec la lecture en kana entre parenthèses";
   line += ", courants et utiles à apprendre, liés à ce concept (pas « " + std::string(word) +
@@ -188,9 +198,12 @@ ThemeReading parseThemes(std::string_view answer, const std::vector<std::string>
     if (digits == 0 || digits > 9) continue;
     std::string_view rest = trim(line.substr(digits));
     if (rest.starts_with(".")) rest = trim(rest.substr(1));  // "3.: voyage" is still a line
-    if (rest.starts_with(":")) rest = rest.substr(1);
-    else if (rest.starts_with("：")) rest = rest.substr(std::string_view("：").size());
-    else continue;
+    if (rest.starts_with(":"))
+      rest = rest.substr(1);
+    else if (rest.starts_with("："))
+      rest = rest.substr(std::string_view("：").size());
+    else
+      continue;
     std::size_t number = 0;
     std::from_chars(line.data(), line.data() + digits, number);
     out.readable = true;

@@ -58,9 +58,8 @@ inline constexpr std::string_view kThemeSystem =
 inline constexpr std::string_view kOtherTheme = "autre";
 // The themes kept words are sorted into.
 inline constexpr std::string_view kThemeNames[] = {
-    "nourriture", "maison",  "famille", "corps et santé", "travail",  "école",
-    "voyage",     "nature",  "temps",   "argent",         "émotions", "loisirs",
-    "technologie", "société"};
+    "nourriture", "maison", "famille", "corps et santé", "travail", "école",       "voyage",
+    "nature",     "temps",  "argent",  "émotions",       "loisirs", "technologie", "société"};
 
 std::string themePrompt(const std::vector<std::string>& themes,
                         const std::vector<std::string>& elements);

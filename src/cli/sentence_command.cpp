@@ -47,15 +47,15 @@ bool knownLanguage(std::string_view code) {
 
 // The language of a text when the command line does not say: its script decides, Latin text is
 // taken for English.
-std::string guessedLanguage(std::string_view text) {
-  const auto utf16 = fromUtf8(text).value_or(std::u16string());
+std::string guessedLanguage(std::string_view sample) {
+  const auto utf16 = text::fromUtf8(sample).value_or(std::u16string());
   bool han = false;
-  for (std::size_t i = 0; i < utf16.size(); i = nextCharacter(utf16, i)) {
-    const char32_t c = codePointAt(utf16, i);
+  for (std::size_t i = 0; i < utf16.size(); i = text::nextCharacter(utf16, i)) {
+    const char32_t c = text::codePointAt(utf16, i);
     if ((c >= 0x3040 && c <= 0x30FF) || (c >= 0x31F0 && c <= 0x31FF)) return "ja";
     if (c >= 0x0E00 && c <= 0x0E7F) return "th";
     if (c >= 0x0400 && c <= 0x04FF) return "ru";
-    if (isHan(c)) han = true;
+    if (text::isHan(c)) han = true;
   }
   return han ? "zh" : "en";
 }
@@ -72,7 +72,9 @@ std::optional<std::string> optionalText(const std::string& text) {
   return text;
 }
 
-json nullable(const std::optional<std::string>& text) { return text ? json(*text) : json(nullptr); }
+json nullable(const std::optional<std::string>& text) {
+  return text ? json(*text) : json(nullptr);
+}
 
 json glossJson(const std::optional<Gloss>& gloss) {
   if (!gloss) return nullptr;
@@ -114,7 +116,8 @@ class AIContext {
     setup.targetCodes = std::move(targets);
     const AIProvider provider = ai_.effectiveProvider();
     setup.provider = std::string(providerRow(provider).name);
-    if (provider == AIProvider::apple) setup.model = settings_.text("localModel");
+    if (provider == AIProvider::apple)
+      setup.model = settings_.text("localModel");
     else if (!providerRow(provider).modelKey.empty())
       setup.model = settings_.text(providerRow(provider).modelKey);
     setup.strongerModel = [this] { return ai_.strongerClaudeModel(); };
@@ -219,17 +222,23 @@ int runTranslate(const TranslateOptions& options, AIContext& context) {
   int exitCode = 0;
   if (reportedMessage(answer, exitCode)) return exitCode;
 
+  // Each target's French name, then its name in the answer language.
   std::vector<std::string> names;
   for (const auto& target : targets) {
     names.push_back(frenchName(target));
     names.push_back(context.loc().t(frenchName(target), answerLanguage));
   }
+  auto codeNamed = [&](const std::string& name) {
+    for (std::size_t i = 0; i < names.size(); ++i)
+      if (names[i] == name) return targets[i / 2];
+    return name;
+  };
   const auto read = parseTranslation(answer, names, titles);
   if (!read) return fail(Failure{"the answer was empty"});
   if (options.json) {
     json translations = json::array(), parts = json::array();
     for (const auto& line : read->translations)
-      translations.push_back({{"lang", line.language}, {"text", line.text}});
+      translations.push_back({{"lang", codeNamed(line.language)}, {"text", line.text}});
     for (const auto& part : read->parts)
       parts.push_back({{"piece", part.text}, {"meaning", part.meaning}});
     std::cout << dump(json{{"text", answer},
@@ -243,12 +252,14 @@ int runTranslate(const TranslateOptions& options, AIContext& context) {
     return 0;
   }
   if (read->partOf) std::cout << "⚠︎ Fait partie de : " << *read->partOf << '\n';
-  for (const auto& line : read->translations) std::cout << line.language << " : " << line.text << '\n';
+  for (const auto& line : read->translations)
+    std::cout << line.language << " : " << line.text << '\n';
   for (const auto& line : read->other) std::cout << line << '\n';
   if (read->nuance) std::cout << titles[AILabel::nuance] << " : " << *read->nuance << '\n';
   if (!read->parts.empty()) {
     std::cout << context.loc().t("Plus petits morceaux") << '\n';
-    for (const auto& part : read->parts) std::cout << "  " << part.text << " = " << part.meaning << '\n';
+    for (const auto& part : read->parts)
+      std::cout << "  " << part.text << " = " << part.meaning << '\n';
   }
   if (read->expression)
     std::cout << titles[AILabel::expression] << " : " << read->expression->text << " = "
@@ -356,8 +367,9 @@ int runSynonyms(const SynonymOptions& options, AIContext& context) {
   }
   auto print = [](std::string_view mark, const std::vector<ListedWord>& words) {
     for (const auto& word : words)
-      std::cout << mark << ' ' << word.word << (word.reading.empty() ? "" : " (" + word.reading + ")")
-                << " = " << word.meaning << '\n';
+      std::cout << mark << ' ' << word.word
+                << (word.reading.empty() ? "" : " (" + word.reading + ")") << " = " << word.meaning
+                << '\n';
   };
   print("≈", read->near);
   print("≠", read->opposites);
@@ -377,11 +389,11 @@ int runConcept(const ConceptOptions& options, AIContext& context) {
       "Explique en 2 ou 3 lignes courtes le concept « " + options.word + " » (" +
       frenchName(*lang) + "), sans introduction ni question." +
       conceptWordsLine(options.word, *lang, answerLanguageName(answerLanguage));
-  const std::string answer = context.ask()
-                                 .ask(answerLanguage, teacherSystemText(answerLanguage), user,
-                                      kConceptTokens)
-                                 .get()
-                                 .text;
+  const std::string answer =
+      context.ask()
+          .ask(answerLanguage, teacherSystemText(answerLanguage), user, kConceptTokens)
+          .get()
+          .text;
   int exitCode = 0;
   if (reportedMessage(answer, exitCode)) return exitCode;
   ConceptWordsRow row;
@@ -502,12 +514,12 @@ void addSentenceCommands(CLI::App& app, Settings& settings, const Folders& folde
   command->add_flag("--json", synonyms->json, "JSON output");
   command->callback([=, &exitCode] { exitCode = runSynonyms(*synonyms, made()); });
 
-  auto concept = std::make_shared<ConceptOptions>();
+  auto conceptOptions = std::make_shared<ConceptOptions>();
   command = app.add_subcommand("concept", "a concept explained, with related words to keep");
-  command->add_option("WORD", concept->word, "the word")->required();
-  command->add_option("--lang", concept->lang, "the word's language")->required();
-  command->add_flag("--json", concept->json, "JSON output");
-  command->callback([=, &exitCode] { exitCode = runConcept(*concept, made()); });
+  command->add_option("WORD", conceptOptions->word, "the word")->required();
+  command->add_option("--lang", conceptOptions->lang, "the word's language")->required();
+  command->add_flag("--json", conceptOptions->json, "JSON output");
+  command->callback([=, &exitCode] { exitCode = runConcept(*conceptOptions, made()); });
 
   auto themes = std::make_shared<ThemeOptions>();
   command = app.add_subcommand("themes", "sort the kept words into themes");

@@ -1,5 +1,6 @@
 // The kept answers of the actions on a selected text: found again by the whole key, kept across
-// runs, never a "⚠️ " message, and an unreadable file set aside rather than lost or overwritten.
+// runs, never a "⚠️ " message, and an unreadable file set aside rather than lost or
+// overwritten.
 
 #include "ai/answer_cache.h"
 
@@ -77,16 +78,19 @@ TEST_F(AnswerCacheTest, ANewAnswerReplacesTheOldAndForgetRemovesIt) {
 TEST_F(AnswerCacheTest, TheOldestAnswersGoBeyondTheLimit) {
   {
     AnswerCache cache(file(), clock, {}, 3);
-    for (int i = 0; i < 4; ++i) cache.store({"corriger", std::to_string(i), "fr", "claude", ""}, "ok");
+    for (int i = 0; i < 4; ++i)
+      cache.store({"corriger", std::to_string(i), "fr", "claude", ""}, "ok");
   }
   AnswerCache cache(file(), clock, {}, 3);
   EXPECT_FALSE(cache.find({"corriger", "0", "fr", "claude", ""}));
-  for (const char* kept : {"1", "2", "3"}) EXPECT_TRUE(cache.find({"corriger", kept, "fr", "claude", ""}));
+  for (const char* kept : {"1", "2", "3"})
+    EXPECT_TRUE(cache.find({"corriger", kept, "fr", "claude", ""}));
 }
 
 TEST_F(AnswerCacheTest, UnreadableFilesAreSetAside) {
-  for (const char* broken : {"{not json", R"({"an":"object"})", R"([{"action":"traduction"}])",
-                             R"([{"action":1,"text":"a","lang":"fr","provider":"x","answer":"b"}])"}) {
+  for (const char* broken :
+       {"{not json", R"({"an":"object"})", R"([{"action":"traduction"}])",
+        R"([{"action":1,"text":"a","lang":"fr","provider":"x","answer":"b"}])"}) {
     SCOPED_TRACE(broken);
     std::filesystem::remove_all(dir.path() / "data");
     std::filesystem::create_directories(dir.path() / "data");

@@ -42,7 +42,8 @@ TEST(TranslationAnswer, LinesPerLanguagePiecesAndExpression) {
   ASSERT_TRUE(read);
   ASSERT_EQ(read->translations.size(), 2u);
   EXPECT_EQ(read->translations[0], (TranslationLine{"anglais", "He's a **petty** person."}));
-  EXPECT_EQ(read->translations[1], (TranslationLine{"chinois simplifié", "他这个人很**小家子气**。"}));
+  EXPECT_EQ(read->translations[1],
+            (TranslationLine{"chinois simplifié", "他这个人很**小家子气**。"}));
   EXPECT_EQ(read->nuance, "小家子氣 is mildly critical.");
   ASSERT_EQ(read->parts.size(), 3u);
   EXPECT_EQ(read->parts[1], (Gloss{"家子", "household"}));
@@ -82,11 +83,13 @@ TEST(TranslationAnswer, NamesMatchWithoutCaseOrBrackets) {
       "【Chinois traditionnel (Taïwan)】：下雨了。\n"
       "РУССКИЙ: Идёт дождь.\n"
       "【拆分】：下 = descendre · 雨 = pluie";
-  auto read = parseTranslation(answer, {"anglais", "chinois traditionnel (Taïwan)", "русский"},
-                               kChinese);
+  auto read =
+      parseTranslation(answer, {"anglais", "chinois traditionnel (Taïwan)", "русский"}, kChinese);
   ASSERT_TRUE(read);
   ASSERT_EQ(read->translations.size(), 3u);
-  EXPECT_EQ(read->translations[1].text, "下雨了。");
+  // Each line is given the requested name its head stands for.
+  EXPECT_EQ(read->translations[0], (TranslationLine{"anglais", "It's raining."}));
+  EXPECT_EQ(read->translations[1], (TranslationLine{"chinois traditionnel (Taïwan)", "下雨了。"}));
   EXPECT_EQ(read->translations[2].text, "Идёт дождь.");
   ASSERT_EQ(read->parts.size(), 2u);
   EXPECT_EQ(read->parts[0], (Gloss{"下", "descendre"}));
@@ -140,9 +143,10 @@ TEST(CorrectionAnswer, ReadsTheCorrectedSentenceAndTheGrammarPoint) {
   };
   for (const Case& c : {
            Case{"changed", "She don't like apples.",
-                "She doesn't like apples.\n\nWith he/she/it, use \"doesn't\".", "She doesn't like apples.",
-                false, "With he/she/it, use \"doesn't\"."},
-           Case{"marked", "我吃了饭。", "我吃了饭。✓\n\n了 表示完成。", "我吃了饭。", true, "了 表示完成。"},
+                "She doesn't like apples.\n\nWith he/she/it, use \"doesn't\".",
+                "She doesn't like apples.", false, "With he/she/it, use \"doesn't\"."},
+           Case{"marked", "我吃了饭。", "我吃了饭。✓\n\n了 表示完成。", "我吃了饭。", true,
+                "了 表示完成。"},
            Case{"only the final full stop differs", "Je suis allé au marché",
                 "Je suis allé au marché.\n\nLa phrase est juste.", "Je suis allé au marché.", true,
                 "La phrase est juste."},

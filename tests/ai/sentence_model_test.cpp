@@ -1,6 +1,7 @@
 // The state of the actions on one selected text: one question per tab, answers kept and found
-// again, "⚠️ " messages shown but never kept, and a wrong answer forgotten (with its kept terms)
-// and asked again with the remark and the stronger model. The entry point is a scripted function.
+// again, "⚠️ " messages shown but never kept, and a wrong answer forgotten (with its kept
+// terms) and asked again with the remark and the stronger model. The entry point is a scripted
+// function.
 
 #include "ai/sentence_model.h"
 
@@ -93,9 +94,11 @@ TEST_F(SentenceModelTest, EachTabAsksOnceAndTheAnswerIsKeptForTheNextSelection) 
   EXPECT_EQ(sent[0].model, std::nullopt);
   EXPECT_EQ(sent[0].system, teacherSystemText("fr"));
   // The text sent is the translation prompt, wrapped in the answer language's tag and paragraph.
-  EXPECT_TRUE(sent[0].user.starts_with(answerTag("fr") + "Le texte suivant est en chinois (mandarin, "
-                                                         "caractères traditionnels)."));
-  EXPECT_NE(sent[0].user.find("MORCEAU de la phrase / ligne : « 他很小家子氣 »"), std::string::npos);
+  EXPECT_TRUE(sent[0].user.starts_with(answerTag("fr") +
+                                       "Le texte suivant est en chinois (mandarin, "
+                                       "caractères traditionnels)."));
+  EXPECT_NE(sent[0].user.find("MORCEAU de la phrase / ligne : « 他很小家子氣 »"),
+            std::string::npos);
   EXPECT_TRUE(sent[0].user.ends_with(std::string(importantParagraph("fr"))));
 
   SentenceModel again(selection(), setup(), AITitles(loc, "fr"), ask, cache);

@@ -55,13 +55,19 @@ TEST(SentencePrompts, TranslationOfAPieceIntoTraditionalChinese) {
       "simple. Dans chaque traduction, mets entre ** ** la partie qui correspond à cette "
       "expression.\n\nTexte (chinois (mandarin, caractères traditionnels)) : 子氣\nCe texte est un "
       "MORCEAU de la phrase / ligne : « 他這個人很小家子氣 ». Traduis-le dans ce contexte. Vérifie "
-      "d'abord s'il fait partie d'un mot ou d'une expression plus grande dans cette ligne (ex. 子氣 "
-      "dans 小家子氣). Si oui, commence par « ⚠︎ Fait partie de : … », puis traduis et explique "
+      "d'abord s'il fait partie d'un mot ou d'une expression plus grande dans cette ligne (ex. "
+      "子氣 "
+      "dans 小家子氣). Si oui, commence par « ⚠︎ Fait partie de : … », puis traduis et "
+      "explique "
       "l'expression complète (c'est elle qui va dans la ligne Expression). Pour le chinois : du "
-      "chinois ORAL et naturel, comme on le dit vraiment à voix haute (口语), pas un registre écrit "
-      "ni littéraire — pas de 与 / 之 / 乃 / 而 / 亦 / 其 / 即 ni de tournures de dissertation ; pas "
-      "de mot à mot : rends le sens comme un locuteur natif le dirait. Pour le chinois traditionnel "
-      ": usage de Taïwan (台灣用語, ex. 影片, 軟體, 資訊). Pour le chinois simplifié : usage de Chine "
+      "chinois ORAL et naturel, comme on le dit vraiment à voix haute (口语), pas un registre "
+      "écrit "
+      "ni littéraire — pas de 与 / 之 / 乃 / 而 / 亦 / 其 / 即 ni de tournures de dissertation ; "
+      "pas "
+      "de mot à mot : rends le sens comme un locuteur natif le dirait. Pour le chinois "
+      "traditionnel "
+      ": usage de Taïwan (台灣用語, ex. 影片, 軟體, 資訊). Pour le chinois simplifié : usage de "
+      "Chine "
       "continentale.";
   EXPECT_EQ(translationPrompt(request, titles), expected);
 }
@@ -74,8 +80,9 @@ TEST(SentencePrompts, TranslationOfAWholeFrenchSentenceHasNoPieceOrChineseLines)
   request.targetCodes = {"pl"};
   request.answerLanguageName = "polonais";
   const std::string prompt = translationPrompt(request, AITitles(texts().loc, "fr"));
-  EXPECT_TRUE(prompt.starts_with("Le texte suivant est en français. Traduis-le de façon naturelle "
-                                 "en : polonais. "));
+  EXPECT_TRUE(
+      prompt.starts_with("Le texte suivant est en français. Traduis-le de façon naturelle "
+                         "en : polonais. "));
   EXPECT_TRUE(prompt.ends_with("expression.\n\nTexte (français) : Il pleut des cordes."));
   EXPECT_EQ(prompt.find("MORCEAU"), std::string::npos);
   EXPECT_EQ(prompt.find("Pour le chinois"), std::string::npos);
@@ -95,9 +102,11 @@ TEST(SentencePrompts, AnalysisOfJapaneseInASentence) {
       "un mini exemple.\n« Expression : … = … » : l'expression ou la structure clé, COMPLÈTE "
       "telle qu'elle apparaît (« … » seulement au milieu).\nSi ce texte n'a pas de sens tel quel "
       "(mot coupé, erreur de lecture de l'écran) ou si tu n'es pas sûr, commence par UNE ligne « "
-      "🤔 … » qui le dit et donne le texte probable (ex. « 🤔 识户 n'est pas un mot : sans doute 识"
+      "🤔 … » qui le dit et donne le texte probable (ex. « 🤔 识户 n'est pas un mot : sans "
+      "doute 识"
       "广, dans 见多识广 »), puis décortique le texte probable.\nCe texte fait partie de la phrase "
-      ": « ケーキを全部食べてしまった。 ». Explique-le dans ce contexte. Écris ces titres exactement "
+      ": « ケーキを全部食べてしまった。 ». Explique-le dans ce contexte. Écris ces titres "
+      "exactement "
       "comme indiqué (ils sont déjà dans la langue de réponse), suivis de « : ».\n\n食べてしまった";
   EXPECT_EQ(analysisPrompt(request, AITitles(texts().loc, "fr")), expected);
 }
@@ -109,8 +118,9 @@ TEST(SentencePrompts, AnalysisOfSimplifiedChineseAskForPinyinAndNoSentenceLine) 
   request.answerLanguageName = "russe";
   const AITitles titles(texts().loc, "ru");
   const std::string prompt = analysisPrompt(request, titles);
-  EXPECT_TRUE(prompt.starts_with("Décortique ce texte en chinois (caractères simplifiés) (avec le "
-                                 "pinyin) pour un apprenant. Réponds en russe,"));
+  EXPECT_TRUE(
+      prompt.starts_with("Décortique ce texte en chinois (caractères simplifiés) (avec le "
+                         "pinyin) pour un apprenant. Réponds en russe,"));
   EXPECT_NE(prompt.find("\nСтруктура sur UNE ligne"), std::string::npos);
   EXPECT_NE(prompt.find("« Грамматика : »"), std::string::npos);
   EXPECT_NE(prompt.find("« Выражение : … = … »"), std::string::npos);
@@ -135,9 +145,12 @@ TEST(SentencePrompts, SourceNames) {
     const char* analysis;
   };
   for (const Case& c : {
-           Case{"zh", false, "chinois (mandarin, caractères simplifiés)", "chinois (caractères simplifiés)"},
-           Case{"zh", true, "chinois (mandarin, caractères traditionnels)", "chinois (caractères traditionnels)"},
-           Case{"zh-Hant", false, "chinois (mandarin, caractères traditionnels)", "chinois (caractères traditionnels)"},
+           Case{"zh", false, "chinois (mandarin, caractères simplifiés)",
+                "chinois (caractères simplifiés)"},
+           Case{"zh", true, "chinois (mandarin, caractères traditionnels)",
+                "chinois (caractères traditionnels)"},
+           Case{"zh-Hant", false, "chinois (mandarin, caractères traditionnels)",
+                "chinois (caractères traditionnels)"},
            Case{"ja", false, "japonais", "japonais"},
            Case{"th", false, "thaï", "thaï"},
            Case{"ru", false, "russe", "russe"},

@@ -38,10 +38,12 @@ TEST(SynonymPrompt, ChineseWordInItsSentence) {
   const std::string expected =
       "Phrase : « 她今天很漂亮。 »\n\nDonne, pour le mot « 漂亮 » tel qu'il est employé dans cette "
       "phrase, des mots de la même langue (la même langue que le mot), adaptés au sens qu'il a ici "
-      ":\nune ligne qui commence par « ≈ » avec 3 à 5 synonymes ou mots proches, du plus courant au "
+      ":\nune ligne qui commence par « ≈ » avec 3 à 5 synonymes ou mots proches, du plus courant "
+      "au "
       "plus rare ;\nune ligne qui commence par « ≠ » avec 2 ou 3 contraires (s'il n'y en a pas, "
       "n'écris pas cette ligne).\nChaque mot : mot (pinyin) = sens court en anglais, séparés par « "
-      "; ». Rien d'autre. Jamais « 漂亮 » lui-même dans ces listes. Exemple : « ≈ 漂亮 (piàoliang) = "
+      "; ». Rien d'autre. Jamais « 漂亮 » lui-même dans ces listes. Exemple : « ≈ 漂亮 (piàoliang) "
+      "= "
       "joli ; 美丽 (měilì) = beau » puis « ≠ 丑 (chǒu) = laid ». Même écriture que « 漂亮 » "
       "(simplifié ou traditionnel).";
   EXPECT_EQ(synonymPrompt(request), expected);
@@ -57,17 +59,19 @@ TEST(SynonymPrompt, JapaneseWordAloneAsksForKana) {
 
 TEST(ConceptWords, LineAndItsAnswer) {
   const std::string line = conceptWordsLine("環保", "zh", "français");
-  EXPECT_EQ(line,
-            "\nAjoute enfin une ligne qui commence par « 📚 » : 3 mots ou expressions en chinois avec "
-            "le pinyin entre parenthèses, courants et utiles à apprendre, liés à ce concept (pas « "
-            "環保 » lui-même), chacun puis « = » et son sens court en français, séparés par « ; » (ex. "
-            "« 📚 回收 (huíshōu) = recycler ; 垃圾 (lājī) = déchets ; 再生紙 (zàishēngzhǐ) = papier "
-            "recyclé »). Écris-les dans la même écriture que « 環保 » (simplifié ou traditionnel).");
+  EXPECT_EQ(
+      line,
+      "\nAjoute enfin une ligne qui commence par « 📚 » : 3 mots ou expressions en chinois avec "
+      "le pinyin entre parenthèses, courants et utiles à apprendre, liés à ce concept (pas « "
+      "環保 » lui-même), chacun puis « = » et son sens court en français, séparés par « ; » (ex. "
+      "« 📚 回收 (huíshōu) = recycler ; 垃圾 (lājī) = déchets ; 再生紙 (zàishēngzhǐ) = papier "
+      "recyclé »). Écris-les dans la même écriture que « 環保 » (simplifié ou traditionnel).");
   const std::string answer =
       "環保 : protection de l'environnement.\n📚 回收 (huíshōu) = recycler ; 垃圾 (lājī) = déchets";
   auto words = parseConceptWords(answer);
   ASSERT_TRUE(words);
-  EXPECT_EQ(*words, (std::vector<ListedWord>{{"回收", "huíshōu", "recycler"}, {"垃圾", "lājī", "déchets"}}));
+  EXPECT_EQ(*words, (std::vector<ListedWord>{{"回收", "huíshōu", "recycler"},
+                                             {"垃圾", "lājī", "déchets"}}));
   EXPECT_EQ(withoutConceptWords(answer), "環保 : protection de l'environnement.");
   EXPECT_FALSE(parseConceptWords("pas de liste"));
 }
