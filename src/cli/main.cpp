@@ -16,6 +16,7 @@
 #include "cli/look_command.h"
 #include "cli/probe_command.h"
 #include "cli/review_command.h"
+#include "cli/sentence_command.h"
 #include "cli/settings_command.h"
 #include "cli/usage_command.h"
 #include "cli/zh_command.h"
@@ -66,6 +67,7 @@ int main(int argc, char** argv) {
   vesko::cli::addReviewCommands(app, folders, settings, clock, exitCode);
   vesko::cli::addAICommands(app, settings, folders, clock, exitCode);
   vesko::cli::addExplainCommand(app, settings, folders, clock, exitCode);
+  vesko::cli::addSentenceCommands(app, settings, folders, clock, exitCode);
   app.add_subcommand("about", "Version, and the data Vesko uses with its licences")->callback([] {
     std::cout << vesko::kAppName << ' ' << vesko::kAppVersion
               << ": a reading assistant for language learners\n\nData:\n";
