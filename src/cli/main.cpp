@@ -35,10 +35,6 @@ int main(int argc, char** argv) {
   // Before anything that may hold unsaved kept words: a SIGTERM or Ctrl-C during a command lets
   // the command finish and write, then ends the process as the signal would have.
   vesko::ExitSignals exitSignals;
-  CLI::App app{"Vesko: a reading assistant for language learners"};
-  app.name("vesko");
-  app.require_subcommand(1);
-  app.set_version_flag("--version", std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
   int exitCode = 0;
   const vesko::CurlLibrary curl;  // before any request, on this one thread
   const vesko::SystemClock clock;
@@ -47,6 +43,12 @@ int main(int argc, char** argv) {
   if (auto kept = settings.setAsideFile())
     std::cerr << "vesko: " << settings.file().string() << " could not be read; it was kept as "
               << kept->string() << " and the defaults apply\n";
+  // After what the commands use: a command's callbacks may keep objects (a log with its writer
+  // thread) that use the clock and the settings until the app is destroyed.
+  CLI::App app{"Vesko: a reading assistant for language learners"};
+  app.name("vesko");
+  app.require_subcommand(1);
+  app.set_version_flag("--version", std::string(vesko::kAppName) + " " + std::string(vesko::kAppVersion));
   vesko::cli::addZhCommands(app, exitCode);
   vesko::cli::addLookCommand(app, exitCode);
   vesko::cli::addProbeCommand(app, settings, exitCode);
