@@ -11,21 +11,15 @@
 #include <optional>
 #include <string>
 
-#include "ai/cloud_ai.h"
-#include "ai/curl_http_client.h"
 #include "ai/keys.h"
-#include "ai/models.h"
 #include "ai/provider.h"
-#include "ai/remote_config.h"
-#include "ai/usage.h"
+#include "cli/ai_context.h"
 #include "cli/input.h"
 #include "cli/zh_output.h"
 #include "dict/cedict.h"
 #include "platform/linux/secret/secret_service_store.h"
 #include "settings/environment.h"
-#include "settings/hant_cache.h"
 #include "settings/loc.h"
-#include "settings/log.h"
 
 namespace vesko::cli {
 namespace {
@@ -109,30 +103,10 @@ int runAsk(const AskOptions& ask, Settings& settings, const Folders& folders, co
     settings.overrideForRun(key, ask.model);
   }
 
-  LocTables tables;
-  CEDict dictionary;  // never loaded: every AI text has its traditional-Chinese row
-  HantCache hant(dictionary);
-  const Loc loc(settings, tables, hant, preferredLanguages(processEnvironment()));
-  Log journal(folders.logFile(), settings, clock);
-  SecretServiceStore store;
-  const Keys keys(store, processEnvironment());
-  const CurlHttpClient http;
-  const NoRemotePause remote;
-  CloudAIOptions options;
-  options.log = [&journal](std::string line) { journal.log(std::move(line)); };
-  AIUsage usage(settings, clock);
-  options.usage = [&usage](AIProvider provider, std::string_view body) {
-    usage.record(provider, body);
-  };
-  CloudAI ai(settings, loc, http, keys, remote, clock, std::move(options));
-
-  const AIReply reply = ai.answer(Question{ask.system, ask.user, ask.maxTokens});
-  if (reply.answer.modelGone && usesKey(reply.provider) && ask.model.empty()) {
-    // The service retired the model: the next question goes to its successor, if the list has one.
-    Models models(http, settings, loc, journal);
-    const auto replaced = models.onModelGone(reply.provider, keys.find(reply.provider).key);
-    if (!replaced.notice.text.empty()) std::cerr << replaced.notice.text << '\n';
-  }
+  AIContext context(settings, folders, clock);
+  const AIReply reply = context.ai().answer(Question{ask.system, ask.user, ask.maxTokens});
+  // The service retired the model: the next question goes to its successor, if the list has one.
+  if (reply.answer.modelGone && ask.model.empty()) context.replaceGoneModel(reply.provider);
   if (ask.json) {
     std::cout << dump(json{{"text", reply.answer.text},
                            {"unreachable", reply.answer.unreachable},

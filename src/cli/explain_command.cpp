@@ -13,21 +13,12 @@
 #include "ai/ai_label.h"
 #include "ai/answer_language.h"
 #include "ai/answer_sections.h"
-#include "ai/cloud_ai.h"
-#include "ai/curl_http_client.h"
 #include "ai/explanation.h"
-#include "ai/keys.h"
-#include "ai/models.h"
-#include "ai/remote_config.h"
-#include "ai/usage.h"
+#include "cli/ai_context.h"
 #include "cli/input.h"
 #include "cli/zh_output.h"
 #include "dict/chengyu.h"
-#include "platform/linux/secret/secret_service_store.h"
-#include "settings/environment.h"
-#include "settings/hant_cache.h"
 #include "settings/loc.h"
-#include "settings/log.h"
 #include "text/unicode.h"
 
 namespace vesko::cli {
@@ -145,34 +136,16 @@ int runExplain(const ExplainOptions& options, Settings& settings, const Folders&
   }
   question.chengyu = chengyu(*text::fromUtf8(question.word), options.cedict);
 
-  LocTables tables;
-  CEDict dictionary;  // never loaded: every AI text has its traditional-Chinese row
-  HantCache hant(dictionary);
-  const Loc loc(settings, tables, hant, preferredLanguages(processEnvironment()));
-  Log journal(folders.logFile(), settings, clock);
-  SecretServiceStore store;
-  const Keys keys(store, processEnvironment());
-  const CurlHttpClient http;
-  const NoRemotePause remote;
-  CloudAIOptions aiOptions;
-  aiOptions.log = [&journal](std::string line) { journal.log(std::move(line)); };
-  AIUsage usage(settings, clock);
-  aiOptions.usage = [&usage](AIProvider provider, std::string_view body) {
-    usage.record(provider, body);
-  };
-  CloudAI ai(settings, loc, http, keys, remote, clock, std::move(aiOptions));
-  const Explainer explainer(ai, loc);
+  AIContext context(settings, folders, clock);
+  const Loc& loc = context.loc();
+  const Explainer& explainer = context.services().explainer();
 
   const ExplanationRequest request = explainer.request(
       question, options.language.empty() ? std::nullopt : std::optional(options.language));
   const AIReply reply = explainer.answer(request);
   const AIAnswer& answer = reply.answer;
-  if (answer.modelGone && usesKey(reply.provider)) {
-    // The service retired the model: the next question goes to its successor, if the list has one.
-    Models models(http, settings, loc, journal);
-    const auto replaced = models.onModelGone(reply.provider, keys.find(reply.provider).key);
-    if (!replaced.notice.text.empty()) std::cerr << replaced.notice.text << '\n';
-  }
+  // The service retired the model: the next question goes to its successor, if the list has one.
+  if (answer.modelGone) context.replaceGoneModel(reply.provider);
 
   if (answer.isMessage()) {
     // A failure told to the learner: shown as it is, never read as sections.

@@ -11,22 +11,16 @@
 
 #include "ai/answer_cache.h"
 #include "ai/answer_language.h"
-#include "ai/cloud_ai.h"
-#include "ai/curl_http_client.h"
-#include "ai/keys.h"
 #include "ai/provider.h"
-#include "ai/remote_config.h"
 #include "ai/sentence_answers.h"
 #include "ai/sentence_model.h"
-#include "ai/usage.h"
 #include "ai/word_lists.h"
+#include "cli/ai_context.h"
 #include "cli/input.h"
 #include "cli/open_store.h"
 #include "cli/zh_output.h"
 #include "dict/cedict.h"
-#include "platform/linux/secret/secret_service_store.h"
 #include "settings/environment.h"
-#include "settings/hant_cache.h"
 #include "settings/loc.h"
 #include "settings/log.h"
 #include "text/unicode.h"
@@ -87,68 +81,6 @@ json listJson(const std::vector<ListedWord>& words) {
     out.push_back({{"word", word.word}, {"reading", word.reading}, {"meaning", word.meaning}});
   return out;
 }
-
-// Everything a question needs, made as `vesko ask` makes it.
-class AIContext {
- public:
-  AIContext(Settings& settings, const Folders& folders, const Clock& clock)
-      : hant_(dictionary_),
-        loc_(settings, tables_, hant_, preferredLanguages(processEnvironment())),
-        journal_(folders.logFile(), settings, clock),
-        keys_(store_, processEnvironment()),
-        usage_(settings, clock),
-        ai_(settings, loc_, http_, keys_, remote_, clock, options()),
-        ask_(ai_),
-        cache_(folders.data / AnswerCache::kFileName, clock,
-               [this](std::string line) { journal_.log(std::move(line)); }),
-        settings_(settings) {}
-
-  const Loc& loc() const { return loc_; }
-  Log& journal() { return journal_; }
-  CloudAI& ai() { return ai_; }
-  const LanguageAsk& ask() const { return ask_; }
-  AnswerCache& cache() { return cache_; }
-  std::string answerLanguage() const { return vesko::answerLanguage(loc_); }
-
-  SentenceSetup setup(std::vector<std::string> targets) {
-    SentenceSetup setup;
-    setup.answerLanguage = answerLanguage();
-    setup.targetCodes = std::move(targets);
-    const AIProvider provider = ai_.effectiveProvider();
-    setup.provider = std::string(providerRow(provider).name);
-    if (provider == AIProvider::apple)
-      setup.model = settings_.text("localModel");
-    else if (!providerRow(provider).modelKey.empty())
-      setup.model = settings_.text(providerRow(provider).modelKey);
-    setup.strongerModel = [this] { return ai_.strongerClaudeModel(); };
-    return setup;
-  }
-
- private:
-  CloudAIOptions options() {
-    CloudAIOptions options;
-    options.log = [this](std::string line) { journal_.log(std::move(line)); };
-    options.usage = [this](AIProvider provider, std::string_view body) {
-      usage_.record(provider, body);
-    };
-    return options;
-  }
-
-  LocTables tables_;
-  CEDict dictionary_;  // never loaded: every AI text has its traditional-Chinese row
-  HantCache hant_;
-  Loc loc_;
-  Log journal_;
-  SecretServiceStore store_;
-  Keys keys_;
-  CurlHttpClient http_;
-  NoRemotePause remote_;
-  AIUsage usage_;
-  CloudAI ai_;
-  LanguageAsk ask_;
-  AnswerCache cache_;
-  Settings& settings_;
-};
 
 // A "⚠️ " answer goes to stderr with exit 2, as `vesko ask` does.
 bool reportedMessage(const std::string& answer, int& exitCode) {
