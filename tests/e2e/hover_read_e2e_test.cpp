@@ -5,123 +5,25 @@
 // ctest fixture does it); skipped without the fetched dictionaries unless VESKO_REQUIRE_DATA is
 // set.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <map>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "settings/resources.h"
+#include "e2e/e2e_desktop.h"
 #include "support/run_command.h"
 #include "support/temp_dir.h"
-
-extern char** environ;
 
 namespace {
 
 using nlohmann::json;
-
-struct Box {
-  int x = 0, y = 0, width = 0, height = 0;
-};
-
-// The desktop's variables, exported into this process so that every child sees them.
-bool enterDesktop() {
-  std::ifstream env(std::string(VESKO_E2E_RUN) + "/env");
-  if (!env) return false;
-  std::string line;
-  while (std::getline(env, line)) {
-    const auto equals = line.find('=');
-    if (equals != std::string::npos)
-      setenv(line.substr(0, equals).c_str(), line.substr(equals + 1).c_str(), 1);
-  }
-  return true;
-}
-
-bool haveAllData() {
-  const auto folder = vesko::Resources::folder();
-  for (const char* part : {"cedict.txt", "ja", "fr", "pl", "ru", "lang/lid.176.ftz"})
-    if (!std::filesystem::exists(folder / part)) return false;
-  return true;
-}
-
-// A test window, started with the pieces of text to locate and stopped by its process id.
-class TestWindow {
- public:
-  TestWindow(const std::string& program, const std::vector<std::string>& pieces) {
-    int out[2];
-    if (pipe(out) != 0) return;
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
-    posix_spawn_file_actions_addclose(&actions, out[0]);
-    std::vector<std::string> args{program};
-    args.insert(args.end(), pieces.begin(), pieces.end());
-    std::vector<char*> argv;
-    for (auto& arg : args) argv.push_back(arg.data());
-    argv.push_back(nullptr);
-    if (posix_spawn(&pid_, program.c_str(), &actions, nullptr, argv.data(), environ) != 0)
-      pid_ = -1;
-    posix_spawn_file_actions_destroy(&actions);
-    close(out[1]);
-    readBoxes(out[0]);
-    close(out[0]);
-  }
-  ~TestWindow() {
-    if (pid_ <= 0) return;
-    kill(pid_, SIGTERM);
-    waitpid(pid_, nullptr, 0);
-  }
-  TestWindow(const TestWindow&) = delete;
-  TestWindow& operator=(const TestWindow&) = delete;
-
-  bool ready() const { return ready_; }
-  const std::map<int, Box>& boxes() const { return boxes_; }
-
- private:
-  // Its "AT n x y w h" lines until "READY", for 20 s at most.
-  void readBoxes(int fd) {
-    std::string pending;
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!ready_ && std::chrono::steady_clock::now() < deadline) {
-      pollfd wait{fd, POLLIN, 0};
-      if (poll(&wait, 1, 200) <= 0) continue;
-      char buffer[512];
-      const ssize_t n = read(fd, buffer, sizeof buffer);
-      if (n <= 0) break;
-      pending.append(buffer, static_cast<std::size_t>(n));
-      std::size_t end;
-      while ((end = pending.find('\n')) != std::string::npos) {
-        std::istringstream line(pending.substr(0, end));
-        pending.erase(0, end + 1);
-        std::string tag;
-        line >> tag;
-        if (tag == "READY") ready_ = true;
-        int piece = 0;
-        Box box;
-        if (tag == "AT" && line >> piece >> box.x >> box.y >> box.width >> box.height)
-          boxes_[piece] = box;
-      }
-    }
-  }
-
-  pid_t pid_ = -1;
-  bool ready_ = false;
-  std::map<int, Box> boxes_;
-};
+using vesko::e2e::Box;
+using vesko::e2e::TestWindow;
+using vesko::e2e::haveAllData;
 
 struct Row {
   const char* piece;     // the pointer goes on its first character
@@ -147,13 +49,11 @@ class DesktopTest : public ::testing::Test {
       if (std::getenv("VESKO_REQUIRE_DATA")) FAIL() << "the fetched dictionaries are missing";
       GTEST_SKIP() << "run scripts/bootstrap setup for the dictionaries";
     }
-    ASSERT_TRUE(enterDesktop()) << "no headless desktop: run through ctest (fixture e2e_desktop)";
+    ASSERT_TRUE(vesko::e2e::enterDesktop(VESKO_E2E_RUN)) << "no headless desktop: run through ctest (fixture e2e_desktop)";
     setenv("VESKO_HOME", home_.path().c_str(), 1);
   }
 
-  static void movePointer(int x, int y) {
-    vesko::testing::runCommand("xdotool mousemove " + std::to_string(x) + " " + std::to_string(y));
-  }
+  static void movePointer(int x, int y) { vesko::e2e::movePointer(x, y); }
 
   // The probe at the pointer; a freshly started application may need a moment to join the bus.
   static json probe(const std::string& langs, bool expectText) {
