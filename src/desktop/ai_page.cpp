@@ -120,12 +120,15 @@ AIPage::AIPage(DesktopContext& context, SecretStore& keyStore, QWidget* parent)
     model.model->setObjectName(QString::fromStdString(std::string(row.modelKey)));
     model.model->setEditable(true);
     model.model->setInsertPolicy(QComboBox::NoInsert);
-    model.model->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    // Model ids run long ("claude-haiku-4-5-20251001"): room for one whole.
+    model.model->setMinimumContentsLength(26);
+    model.model->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     model.load = new QPushButton;
     model.load->setObjectName(controlName("loadModels.", row.provider));
     model.status = new QLabel;
     model.status->setObjectName(controlName("modelStatus.", row.provider));
     model.status->setWordWrap(true);
+    model.status->hide();
     const int modelAt = static_cast<int>(models_.size()) * 2;
     modelGrid->addWidget(model.name, modelAt, 0);
     modelGrid->addWidget(model.model, modelAt, 1);
@@ -332,11 +335,14 @@ void AIPage::storeLocalURL() {
 
 void AIPage::showModelStatus(ModelLine& line, const QString& text, int forMilliseconds) {
   line.status->setText(text);
+  line.status->setVisible(!text.isEmpty());
   const int turn = ++line.statusTurn;
   if (forMilliseconds <= 0) return;
   const std::size_t index = static_cast<std::size_t>(&line - models_.data());
   QTimer::singleShot(forMilliseconds, this, [this, index, turn] {
-    if (models_[index].statusTurn == turn) models_[index].status->clear();
+    if (models_[index].statusTurn != turn) return;
+    models_[index].status->clear();
+    models_[index].status->hide();
   });
 }
 
