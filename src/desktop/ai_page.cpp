@@ -39,8 +39,6 @@ struct KeySaved {
 
 AIPage::AIPage(DesktopContext& context, SecretStore& keyStore, QWidget* parent)
     : SettingsPage(context, parent), keyStore_(keyStore) {
-  // Two threads: a list that takes its 15 seconds does not hold up a key being saved.
-  pool_.setMaxThreadCount(2);
   auto* outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   auto* scroll = new QScrollArea;
@@ -175,10 +173,7 @@ AIPage::AIPage(DesktopContext& context, SecretStore& keyStore, QWidget* parent)
   reload();
 }
 
-AIPage::~AIPage() {
-  // The answers' targets are this page's controls: let the work in flight finish first.
-  pool_.waitForDone();
-}
+AIPage::~AIPage() = default;
 
 void AIPage::retranslate() {
   providerBox_->setTitle(qtext(loc().t("Fournisseur")));
@@ -256,8 +251,7 @@ void AIPage::refreshKeySources() {
   std::vector<AIProvider> providers;
   for (const auto& line : keys_) providers.push_back(line.provider);
   const Keys& keys = context_.ai.keys();
-  runInBackground(
-      pool_, this,
+  background_.run(
       [&keys, providers] {
         std::vector<FoundKey> found;
         for (AIProvider provider : providers) {
@@ -290,8 +284,7 @@ void AIPage::saveKey(KeyLine& line, bool clear) {
   const AIProvider provider = line.provider;
   SecretStore& store = keyStore_;
   const Keys& keys = context_.ai.keys();
-  runInBackground(
-      pool_, this,
+  background_.run(
       [&store, &keys, provider, key = std::move(key)]() mutable {
         KeySaved saved{store.save(providerRow(provider).account, key), keys.find(provider)};
         saved.source.key.clear();
@@ -356,8 +349,7 @@ void AIPage::loadModels(ModelLine& line) {
   const Keys& keys = context_.ai.keys();
   const HttpClient& http = context_.ai.http();
   const Settings& settings = context_.settings;
-  runInBackground(
-      pool_, this,
+  background_.run(
       [&keys, &http, &settings, provider] {
         return fetchModelList(http, settings, provider, keys.key(provider));
       },

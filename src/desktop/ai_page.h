@@ -4,7 +4,7 @@
 // the key), the model of each cloud provider with its list fetched on demand, and what the AI
 // has cost today, this month and last month.
 // Owned by the settings window. Thread contract: main thread only; the credential store and the
-// network are asked on this page's own pool, which the page waits for when it goes.
+// network are asked on this page's own threads, which the page waits for when it goes.
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,12 +12,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QThreadPool>
 #include <array>
 #include <vector>
 
 #include "ai/provider.h"
 #include "ai/secret_store.h"
+#include "desktop/background.h"
 #include "desktop/settings_page.h"
 
 class QFormLayout;
@@ -94,8 +94,9 @@ class AIPage final : public SettingsPage {
   QLabel* usageNote_;
 
   bool sourcesBusy_ = false;
-  // Last: destroyed first, so that no background work outlives what it reports to.
-  QThreadPool pool_;
+  // Last: destroyed first, so that no background work outlives what it reports to. Two
+  // threads: a model list that takes its 15 seconds does not hold up a key being saved.
+  Background background_{2};
 };
 
 }  // namespace vesko::desktop
