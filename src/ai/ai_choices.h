@@ -17,7 +17,7 @@
 namespace vesko {
 
 struct ProviderChoice {
-  long long value;          // what `aiBackup` stores
+  long long value;         // what `aiBackup` stores
   std::string_view label;  // French
 };
 

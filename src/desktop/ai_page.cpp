@@ -79,8 +79,7 @@ AIPage::AIPage(DesktopContext& context, SecretStore& keyStore, QWidget* parent)
     if (index < 0) return;
     write("aiBackup", backupProviderChoices()[static_cast<std::size_t>(index)].value);
   });
-  connect(inChina_, &QCheckBox::toggled, this,
-          [this](bool on) { write("aiBackupInChina", on); });
+  connect(inChina_, &QCheckBox::toggled, this, [this](bool on) { write("aiBackupInChina", on); });
   connect(localURL_, &QLineEdit::editingFinished, this, &AIPage::storeLocalURL);
   page->addWidget(providerBox_);
 
@@ -371,10 +370,9 @@ void AIPage::loadModels(ModelLine& line) {
         done.model->clear();
         for (const auto& model : *list) done.model->addItem(qtext(model.id));
         done.model->setEditText(current);
-        showModelStatus(done,
-                        qtext(fillPlaceholders(loc().t("%d modèles"),
-                                               {std::to_string(list->size())})),
-                        0);
+        showModelStatus(
+            done, qtext(fillPlaceholders(loc().t("%d modèles"), {std::to_string(list->size())})),
+            0);
       });
 }
 

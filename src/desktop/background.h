@@ -47,12 +47,12 @@ class Background {
 
   mutable std::mutex mutex_;
   std::condition_variable wake_;
-  std::deque<Job> queued_;                      // guarded by mutex_
+  std::deque<Job> queued_;                       // guarded by mutex_
   std::vector<std::function<void()>> finished_;  // guarded by mutex_
   int running_ = 0;                              // guarded by mutex_
   bool stopping_ = false;                        // guarded by mutex_
 
-  QTimer collect_;  // GUI thread: hands finished work back while there is any
+  QTimer collect_;                    // GUI thread: hands finished work back while there is any
   std::vector<std::thread> threads_;  // last: started once everything above exists
 };
 

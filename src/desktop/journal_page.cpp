@@ -13,8 +13,7 @@
 
 namespace vesko::desktop {
 
-JournalPage::JournalPage(DesktopContext& context, QWidget* parent)
-    : SettingsPage(context, parent) {
+JournalPage::JournalPage(DesktopContext& context, QWidget* parent) : SettingsPage(context, parent) {
   auto* page = new QVBoxLayout(this);
   box_ = new QGroupBox;
   auto* layout = new QVBoxLayout(box_);

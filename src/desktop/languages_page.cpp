@@ -31,7 +31,8 @@ LanguagesPage::LanguagesPage(DesktopContext& context, QWidget* parent)
     const auto& row = kStudiedLanguages[i];
     auto& line = languages_[i];
     line.name = new QLabel;
-    line.mode = combo(std::string(row.modeKey).c_str(), static_cast<int>(kReadingModeChoices.size()));
+    line.mode =
+        combo(std::string(row.modeKey).c_str(), static_cast<int>(kReadingModeChoices.size()));
     languageForm->addRow(line.name, line.mode);
     connect(line.mode, &QComboBox::currentIndexChanged, this, [this, &row](int index) {
       if (index < 0) return;
@@ -52,8 +53,7 @@ LanguagesPage::LanguagesPage(DesktopContext& context, QWidget* parent)
   preferenceForm->addRow(hanLabel_, han_);
   connect(latin_, &QComboBox::currentIndexChanged, this, [this](int index) {
     if (index < 0) return;
-    write("prefLatin",
-          std::string(kLatinPreferenceChoices[static_cast<std::size_t>(index)].value));
+    write("prefLatin", std::string(kLatinPreferenceChoices[static_cast<std::size_t>(index)].value));
   });
   connect(han_, &QComboBox::currentIndexChanged, this, [this](int index) {
     if (index < 0) return;

@@ -87,8 +87,8 @@ void WordsPage::reload() {
 
 void WordsPage::chooseFileAndExport(ExportFormat format) {
   const bool tsv = format == ExportFormat::tsv;
-  const std::string filter = tsv ? loc().t("Fichier TSV") + " (*.tsv)"
-                                 : loc().t("Fichier CSV") + " (*.csv)";
+  const std::string filter =
+      tsv ? loc().t("Fichier TSV") + " (*.tsv)" : loc().t("Fichier CSV") + " (*.csv)";
   const QString suggested = QDir::homePath() + (tsv ? "/vesko-anki.tsv" : "/vesko-anki.csv");
   const QString chosen = QFileDialog::getSaveFileName(
       this, qtext(loc().t("Exporter les mots gardés")), suggested, qtext(filter));
@@ -101,8 +101,8 @@ void WordsPage::exportTo(const std::filesystem::path& file, ExportFormat format)
   const auto target = withExportExtension(file, format);
   auto written = exportWordsToFile(context_.store.words(), format, target);
   if (!written) {
-    context_.log.log("réglages : export de " + target.string() + " impossible (" +
-                     written.error() + ")");
+    context_.log.log("réglages : export de " + target.string() + " impossible (" + written.error() +
+                     ")");
     exported_->setText(qtext(loc().t("Export impossible :") + " " + written.error()));
     return;
   }

@@ -53,9 +53,11 @@ TEST(AIChoicesTest, KeySourceNamesWhereNeverWhat) {
     std::string expected;
   };
   const Row rows[] = {
-      {AIProvider::claude, {"sk-ant-secret", FoundKey::Source::store, {}},
+      {AIProvider::claude,
+       {"sk-ant-secret", FoundKey::Source::store, {}},
        "Clé enregistrée dans le trousseau."},
-      {AIProvider::deepseek, {"sk-ds-secret", FoundKey::Source::environment, {}},
+      {AIProvider::deepseek,
+       {"sk-ds-secret", FoundKey::Source::environment, {}},
        "Clé lue dans la variable d'environnement DEEPSEEK_API_KEY."},
       {AIProvider::openai, {"", FoundKey::Source::none, {}}, "Pas de clé."},
       {AIProvider::openai,
@@ -86,8 +88,8 @@ TEST(AIChoicesTest, SaveOutcome) {
   Texts texts;
   EXPECT_EQ(keySavedText(false, {}, texts.loc), "Clé enregistrée.");
   EXPECT_EQ(keySavedText(true, {}, texts.loc), "Clé effacée.");
-  const std::string refused = keySavedText(
-      false, std::unexpected(SecretStoreError{"the keyring is locked"}), texts.loc);
+  const std::string refused =
+      keySavedText(false, std::unexpected(SecretStoreError{"the keyring is locked"}), texts.loc);
   EXPECT_TRUE(refused.starts_with("Le trousseau n'a pas pu garder la clé :"));
   EXPECT_NE(refused.find("the keyring is locked"), std::string::npos);
 }

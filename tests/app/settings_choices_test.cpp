@@ -98,9 +98,9 @@ TEST(SettingsChoicesTest, DelayStaysWithinItsBounds) {
     double given;
     double kept;
   };
-  const Row rows[] = {{0.1, 0.1},   {0.02, 0.02}, {0.0, 0.02},  {-5, 0.02},
-                      {2.0, 2.0},   {30.0, 2.0},  {0.55, 0.55},
-                      {std::numeric_limits<double>::infinity(), 2.0}};
+  const Row rows[] = {
+      {0.1, 0.1}, {0.02, 0.02}, {0.0, 0.02},  {-5, 0.02},
+      {2.0, 2.0}, {30.0, 2.0},  {0.55, 0.55}, {std::numeric_limits<double>::infinity(), 2.0}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.given);
     EXPECT_DOUBLE_EQ(boundedDelay(row.given), row.kept);
@@ -129,8 +129,7 @@ TEST(SettingsChoicesTest, ChoicesAreStoredWithTheKeysType) {
     for (const auto& choice : kReadingModeChoices) {
       SCOPED_TRACE(row.modeKey);
       ASSERT_TRUE(settings.set(row.modeKey, choice.value));
-      EXPECT_EQ(readingModeChoice(settings.integer(row.modeKey)),
-                readingModeChoice(choice.value));
+      EXPECT_EQ(readingModeChoice(settings.integer(row.modeKey)), readingModeChoice(choice.value));
     }
   for (const auto& choice : kTriggerKeyChoices) ASSERT_TRUE(settings.set("modifier", choice.value));
   for (const auto& choice : kLatinPreferenceChoices)

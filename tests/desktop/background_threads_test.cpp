@@ -2,8 +2,6 @@
 // owner that goes while work is in flight drops what has not started, waits for what runs and
 // hears nothing afterwards.
 
-#include "desktop/background.h"
-
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -13,6 +11,8 @@
 #include <memory>
 #include <optional>
 #include <thread>
+
+#include "desktop/background.h"
 
 namespace vesko::desktop {
 namespace {

@@ -102,8 +102,8 @@ struct World {
   Trace trace{std::nullopt};
   Toasts toasts;
   DesktopEvents events;
-  DesktopContext context{settings, loc,   log,        clock, folders, store,
-                         counts,   ai,    dictionary, trace, toasts,  events};
+  DesktopContext context{settings, loc, log,        clock, folders, store,
+                         counts,   ai,  dictionary, trace, toasts,  events};
 };
 
 template <typename Widget>
@@ -266,7 +266,8 @@ TEST(SettingsWindowTest, SavedKeyReachesTheStoreAndNeverTheSettings) {
   auto* source = find<QLabel>(window, "keySource.claude");
   ASSERT_TRUE(edit && source);
   EXPECT_EQ(edit->echoMode(), QLineEdit::Password);
-  ASSERT_TRUE(eventually([&] { return source->text() == "Pas de clé."; })) << source->text().toStdString();
+  ASSERT_TRUE(eventually([&] { return source->text() == "Pas de clé."; }))
+      << source->text().toStdString();
 
   edit->setText(QString::fromStdString(key));
   find<QPushButton>(window, "saveKey.claude")->click();
