@@ -397,14 +397,20 @@ TEST(SettingsWindowTest, EveryPageDraws) {
   window.present();
   auto* tabs = window.findChild<QTabWidget*>();
   ASSERT_TRUE(tabs);
-  for (int i = 0; i < tabs->count(); ++i) {
-    tabs->setCurrentIndex(i);
-    QCoreApplication::processEvents();
-    const QPixmap picture = window.grab();
-    EXPECT_FALSE(picture.isNull());
-    const QString file =
-        QString(VESKO_ARTEFACTS) + "/settings-" + tabs->widget(i)->objectName() + ".png";
-    picture.save(file);
+  // The picker's lines as the learner reads them, and the pictures' suffix.
+  for (auto [line, language] : {std::pair{"Français", "fr"}, {"English", "en"}}) {
+    SCOPED_TRACE(language);
+    auto* picker = find<QComboBox>(window, "uiLang");
+    picker->setCurrentIndex(picker->findText(line));
+    for (int i = 0; i < tabs->count(); ++i) {
+      tabs->setCurrentIndex(i);
+      QCoreApplication::processEvents();
+      const QPixmap picture = window.grab();
+      EXPECT_FALSE(picture.isNull());
+      const QString file = QString(VESKO_ARTEFACTS) + "/settings-" + tabs->widget(i)->objectName() +
+                           "-" + language + ".png";
+      picture.save(file);
+    }
   }
 }
 
