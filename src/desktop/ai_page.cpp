@@ -165,6 +165,11 @@ AIPage::AIPage(DesktopContext& context, SecretStore& keyStore, QWidget* parent)
   usageNote_ = new QLabel;
   usageNote_->setWordWrap(true);
   usageForm_->addRow(usageNote_);
+  usagePages_ = new QLabel;
+  usagePages_->setObjectName("usagePages");
+  usagePages_->setTextFormat(Qt::RichText);
+  usagePages_->setOpenExternalLinks(true);
+  usageForm_->addRow(usagePages_);
   page->addWidget(usageBox_);
   page->addStretch();
 
@@ -242,6 +247,14 @@ void AIPage::refreshUsage() {
     usageAmounts_[i]->setText(shown ? qtext(report.lines[i].amount) : QString());
   }
   usageNote_->setText(qtext(report.note));
+  // The exact figures are on each provider's console: one link each.
+  QStringList links;
+  for (const auto& [provider, page] : report.usagePages)
+    links << QString("<a href=\"%1\">%2</a>")
+                 .arg(QString::fromUtf8(page.data(), static_cast<qsizetype>(page.size()))
+                          .toHtmlEscaped(),
+                      qtext(loc().t(providerRow(provider).label)).toHtmlEscaped());
+  usagePages_->setText(links.join(" · "));
 }
 
 void AIPage::refreshKeySources() {

@@ -92,6 +92,7 @@ class AIPage final : public SettingsPage {
   std::array<QLabel*, 3> usageLabels_{};
   std::array<QLabel*, 3> usageAmounts_{};
   QLabel* usageNote_;
+  QLabel* usagePages_;
 
   bool sourcesBusy_ = false;
   // Last: destroyed first, so that no background work outlives what it reports to. Two

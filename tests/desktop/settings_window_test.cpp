@@ -369,6 +369,12 @@ TEST(SettingsWindowTest, UsageAndJournalShowWhatTheyKnow) {
   SettingsWindow window(world.context, world.secrets);
   window.present();
   EXPECT_EQ(find<QLabel>(window, "usage.0")->text(), "rien pour l'instant");
+  EXPECT_EQ(find<QLabel>(window, "usage.2")->text(), "rien pour l'instant");
+  // One link per provider console, named by the provider.
+  const QString pages = find<QLabel>(window, "usagePages")->text();
+  for (const char* provider : {">Claude<", ">ChatGPT<", ">DeepSeek<"})
+    EXPECT_TRUE(pages.contains(provider)) << pages.toStdString();
+  EXPECT_TRUE(pages.contains("/usage")) << pages.toStdString();
   auto* journal = find<QPushButton>(window, "openLog");
   journal->click();  // no debug.log yet: said, nothing opened
   auto* problem = find<QLabel>(window, "logProblem");
