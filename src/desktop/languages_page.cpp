@@ -72,6 +72,8 @@ LanguagesPage::LanguagesPage(DesktopContext& context, QWidget* parent)
   delay_->setDecimals(2);
   delay_->setSingleStep(0.05);
   delay_->setSuffix(" s");
+  // Written when the typing is done, not at each digit ("0.5" would pass through 0.02 first).
+  delay_->setKeyboardTracking(false);
   readingForm->addRow(triggerLabel_, trigger_);
   readingForm->addRow(delayLabel_, delay_);
   connect(trigger_, &QComboBox::currentIndexChanged, this, [this](int index) {

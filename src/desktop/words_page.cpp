@@ -63,6 +63,9 @@ WordsPage::WordsPage(DesktopContext& context, QWidget* parent) : SettingsPage(co
   page->addWidget(folderBox_);
   page->addStretch();
 
+  // A word kept from the bubble or graded in the review changes the count.
+  connect(&context_.events, &DesktopEvents::wordsChanged, this, &WordsPage::showCount);
+
   retranslate();
   reload();
 }
@@ -81,6 +84,10 @@ void WordsPage::retranslate() {
 void WordsPage::reload() {
   // Another program (the command line) may have kept or removed words since.
   if (context_.store.reloadIfChanged()) emit context_.events.wordsChanged();
+  showCount();
+}
+
+void WordsPage::showCount() {
   count_->setText(qtext(fillPlaceholders(loc().t("Mots gardés : %d"),
                                          {std::to_string(context_.store.words().size())})));
 }

@@ -26,6 +26,7 @@ class WordsPage final : public SettingsPage {
   void exportTo(const std::filesystem::path& file, ExportFormat format);
 
  private:
+  void showCount();
   void chooseFileAndExport(ExportFormat format);
   void openDataFolder();
 

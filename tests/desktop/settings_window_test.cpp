@@ -358,6 +358,14 @@ TEST(SettingsWindowTest, ExportWritesTheKeptWords) {
   auto* result = find<QLabel>(window, "exportResult");
   EXPECT_EQ(result->text().toStdString(), "2 mots écrits dans " + file.string());
 
+  // A word kept from the bubble shows in the count as soon as the others are told.
+  SavedWord third;
+  third.word = "кот";
+  third.lang = "ru";
+  world.store.keep(third);
+  emit world.events.wordsChanged();
+  EXPECT_EQ(find<QLabel>(window, "wordCount")->text(), "Mots gardés : 3");
+
   // A folder where the file should go: the learner is told, nothing is lost.
   std::filesystem::create_directories(world.dir.path() / "taken.csv");
   page->exportTo(world.dir.path() / "taken.csv", ExportFormat::csv);
