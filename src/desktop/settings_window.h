@@ -8,21 +8,36 @@
 #include <QWidget>
 #include <memory>
 
+#include "ai/secret_store.h"
 #include "desktop/desktop_context.h"
+
+class QShowEvent;
 
 namespace vesko::desktop {
 
 class SettingsWindow final : public QWidget {
   Q_OBJECT
  public:
+  // Keys typed in the window are saved to the desktop's Secret Service.
   explicit SettingsWindow(DesktopContext& context);
+  // Keys are saved to `keyStore`, which must be the store the AI services read and outlive the
+  // window.
+  SettingsWindow(DesktopContext& context, SecretStore& keyStore);
   ~SettingsWindow() override;
 
   // Shows the window in front, on its current page.
   void present();
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   struct Parts;
+  void build(SecretStore& keyStore);
+  void retranslate();
+  // Every control as the settings stand now (another program may have changed them).
+  void reload();
+
   DesktopContext& context_;
   std::unique_ptr<Parts> parts_;
 };

@@ -1,6 +1,7 @@
 #include "learn/word_export.h"
 
 #include "dict/lowercase.h"
+#include "settings/data_safety.h"
 
 namespace vesko {
 namespace {
@@ -88,6 +89,20 @@ std::string exportWords(const std::vector<SavedWord>& words, ExportFormat format
     text += field(tag(word.lang), separator) + '\n';
   }
   return text;
+}
+
+std::expected<std::size_t, std::string> exportWordsToFile(const std::vector<SavedWord>& words,
+                                                          ExportFormat format,
+                                                          const std::filesystem::path& file) {
+  if (auto written = writeFileAtomically(file, exportWords(words, format)); !written)
+    return std::unexpected(written.error().message());
+  return words.size();
+}
+
+std::filesystem::path withExportExtension(std::filesystem::path file, ExportFormat format) {
+  if (file.has_filename() && !file.has_extension())
+    file += format == ExportFormat::tsv ? ".tsv" : ".csv";
+  return file;
 }
 
 }  // namespace vesko

@@ -2,9 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/temp_dir.h"
 
 namespace vesko {
 namespace {
@@ -110,6 +115,52 @@ TEST(WordExportTest, WordIsBoldInItsSentence) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.sentence);
     EXPECT_EQ(boldSentence(row.sentence, row.word), row.html);
+  }
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+TEST(WordExportTest, FileHoldsTheExportAndTheCount) {
+  testing::TempDir dir;
+  const std::vector<SavedWord> words{word("学习", "xué xí", "to study", "我们一起学习。", "zh"),
+                                     word("chat", "", "cat", "Le chat dort.", "fr")};
+  const auto file = dir.path() / "anki" / "mots.tsv";  // the folder is made
+  auto written = exportWordsToFile(words, ExportFormat::tsv, file);
+  ASSERT_TRUE(written) << written.error();
+  EXPECT_EQ(*written, 2u);
+  EXPECT_EQ(contentOf(file), exportWords(words, ExportFormat::tsv));
+}
+
+TEST(WordExportTest, FailedWriteLeavesTheOldFile) {
+  testing::TempDir dir;
+  const auto file = dir.write("mots.csv", "old");
+  std::filesystem::create_directories(dir.path() / "mots.csv.d");
+  // A folder where the file should be cannot be replaced by it.
+  auto refused = exportWordsToFile({}, ExportFormat::csv, dir.path() / "mots.csv.d");
+  ASSERT_FALSE(refused);
+  EXPECT_FALSE(refused.error().empty());
+  EXPECT_EQ(contentOf(file), "old");
+}
+
+TEST(WordExportTest, ExtensionAddedOnlyWhenMissing) {
+  struct Row {
+    const char* given;
+    ExportFormat format;
+    const char* kept;
+  };
+  const Row rows[] = {
+      {"/x/mots", ExportFormat::tsv, "/x/mots.tsv"},
+      {"/x/mots", ExportFormat::csv, "/x/mots.csv"},
+      {"/x/mots.txt", ExportFormat::tsv, "/x/mots.txt"},
+      {"/x/mots.csv", ExportFormat::tsv, "/x/mots.csv"},
+      {"/x/", ExportFormat::csv, "/x/"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.given);
+    EXPECT_EQ(withExportExtension(row.given, row.format), std::filesystem::path(row.kept));
   }
 }
 
