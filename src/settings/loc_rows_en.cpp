@@ -142,6 +142,12 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d d"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "The local AI isn't available: start a local model server, or choose Claude or DeepSeek in Settings → AI."},
+  // The review window
+  {"Révision", "Review"},
+  {"Montrer la réponse", "Show the answer"},
+  {"Réviser en avance", "Review ahead"},
+  {"Espace ou Entrée : montrer la réponse", "Space or Enter: show the answer"},
+  {"Touches 1 à 5 : ta note", "Keys 1 to 5: your grade"},
 };
 // clang-format on
 

@@ -143,6 +143,12 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d dn."},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Lokalna AI jest niedostępna: uruchom lokalny serwer modelu albo wybierz Claude lub DeepSeek w Ustawieniach → AI."},
+  // The review window
+  {"Révision", "Powtórka"},
+  {"Montrer la réponse", "Pokaż odpowiedź"},
+  {"Réviser en avance", "Powtórz z wyprzedzeniem"},
+  {"Espace ou Entrée : montrer la réponse", "Spacja lub Enter: pokaż odpowiedź"},
+  {"Touches 1 à 5 : ta note", "Klawisze od 1 do 5: twoja ocena"},
 };
 // clang-format on
 

@@ -143,6 +143,12 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d дн."},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Локальный ИИ недоступен: запусти локальный сервер модели или выбери Claude или DeepSeek в Настройках → ИИ."},
+  // The review window
+  {"Révision", "Повторение"},
+  {"Montrer la réponse", "Показать ответ"},
+  {"Réviser en avance", "Повторить заранее"},
+  {"Espace ou Entrée : montrer la réponse", "Пробел или Enter: показать ответ"},
+  {"Touches 1 à 5 : ta note", "Клавиши от 1 до 5: твоя оценка"},
 };
 // clang-format on
 

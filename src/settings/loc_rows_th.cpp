@@ -142,6 +142,12 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d วัน"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "ใช้ AI ในเครื่องไม่ได้ โปรดเปิดเซิร์ฟเวอร์โมเดลในเครื่อง หรือเลือก Claude หรือ DeepSeek ใน การตั้งค่า → AI"},
+  // The review window
+  {"Révision", "ทบทวน"},
+  {"Montrer la réponse", "แสดงคำตอบ"},
+  {"Réviser en avance", "ทบทวนล่วงหน้า"},
+  {"Espace ou Entrée : montrer la réponse", "Space หรือ Enter: แสดงคำตอบ"},
+  {"Touches 1 à 5 : ta note", "ปุ่ม 1 ถึง 5: คะแนนของคุณ"},
 };
 // clang-format on
 

@@ -142,6 +142,12 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d 天"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本地 AI 不可用：请启动本地模型服务器，或在设置 → AI 中选择 Claude 或 DeepSeek。"},
+  // The review window
+  {"Révision", "复习"},
+  {"Montrer la réponse", "显示答案"},
+  {"Réviser en avance", "提前复习"},
+  {"Espace ou Entrée : montrer la réponse", "空格或回车：显示答案"},
+  {"Touches 1 à 5 : ta note", "按 1 到 5：你的评分"},
 };
 // clang-format on
 

@@ -142,6 +142,12 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d 天"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本機 AI 無法使用：請啟動本機模型伺服器，或在設定 → AI 中選擇 Claude 或 DeepSeek。"},
+  // The review window
+  {"Révision", "複習"},
+  {"Montrer la réponse", "顯示答案"},
+  {"Réviser en avance", "提前複習"},
+  {"Espace ou Entrée : montrer la réponse", "空白鍵或 Enter：顯示答案"},
+  {"Touches 1 à 5 : ta note", "按 1 到 5：你的評分"},
 };
 // clang-format on
 
