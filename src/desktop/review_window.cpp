@@ -65,6 +65,22 @@ QFont scaled(QFont font, double factor, bool bold = false) {
   return font;
 }
 
+// A new sitting: each card enters the day's tally once per sitting. Grades go to the store
+// through the same grading as every review, saved at once.
+std::unique_ptr<ReviewDeck> newSitting(DesktopContext& context) {
+  return std::make_unique<ReviewDeck>(
+      context.clock, context.counts,
+      [&context](const std::string& id, int grade) -> std::optional<SavedWord> {
+        auto graded = gradeKeptWord(context.store, id, grade, storeDateOf(context.clock.now()));
+        if (!graded) {
+          context.log.log("révision : note refusée, étape hors de l'échelle pour " + id);
+          return std::nullopt;
+        }
+        if (!*graded) return std::nullopt;
+        return (*graded)->word;
+      });
+}
+
 }  // namespace
 
 struct ReviewWindow::Parts {
@@ -177,6 +193,7 @@ ReviewWindow::ReviewWindow(DesktopContext& context)
   shortcut({QKeySequence(Qt::Key_Space), QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter),
             QKeySequence(Qt::KeypadModifier | Qt::Key_Enter)},
            [this] { showAnswer(); });
+  shortcut({QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}, [this] { hide(); });
   for (int grade = 1; grade <= 5; ++grade) {
     const auto key = static_cast<Qt::Key>(Qt::Key_0 + grade);
     shortcut({QKeySequence(key), QKeySequence(Qt::KeypadModifier | key)},
@@ -186,8 +203,7 @@ ReviewWindow::ReviewWindow(DesktopContext& context)
   connect(&context_.events, &DesktopEvents::languageChanged, this, &ReviewWindow::redraw);
   connect(&context_.events, &DesktopEvents::wordsChanged, this, &ReviewWindow::refreshWhenIdle);
 
-  p.deck = std::make_unique<ReviewDeck>(context_.clock, context_.counts,
-                                        [](const std::string&, int) { return std::nullopt; });
+  p.deck = newSitting(context_);
   redraw();
 }
 
@@ -200,18 +216,7 @@ void ReviewWindow::present() {
     emit context_.events.wordsChanged();
     p.grading = false;
   }
-  // A new sitting: each card enters the day's tally once per sitting.
-  p.deck = std::make_unique<ReviewDeck>(
-      context_.clock, context_.counts,
-      [this](const std::string& id, int grade) -> std::optional<SavedWord> {
-        auto graded = gradeKeptWord(context_.store, id, grade, storeDateOf(context_.clock.now()));
-        if (!graded) {
-          context_.log.log("révision : note refusée, étape hors de l'échelle pour " + id);
-          return std::nullopt;
-        }
-        if (!*graded) return std::nullopt;
-        return (*graded)->word;
-      });
+  p.deck = newSitting(context_);
   p.deck->planToday(context_.store.words());
   p.lastGraded.reset();
   redraw();
