@@ -7,8 +7,12 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
+#include <chrono>
+#include <cmath>
 #include <optional>
 #include <string>
 
@@ -25,6 +29,9 @@
 
 namespace vesko::desktop {
 namespace {
+
+// An idle window waits at most this long before it looks again for cards come due.
+constexpr double kLongestWait = 86'400;
 
 QString qt(const std::string& text) {
   return QString::fromStdString(text);
@@ -109,6 +116,9 @@ struct ReviewWindow::Parts {
   QPushButton* ahead;
   QLabel* graded;
   QLabel* later;
+  // Fires when the next card comes due (a missed one, 10 minutes after its grade), so that an
+  // idle window shows it without being opened again.
+  QTimer* comeBack;
 };
 
 ReviewWindow::ReviewWindow(DesktopContext& context)
@@ -178,6 +188,11 @@ ReviewWindow::ReviewWindow(DesktopContext& context)
   column->addWidget(p.later);
   for (QLabel* small : {p.progress, p.showHint, p.gradeHint, p.rhythm, p.graded, p.later})
     small->setStyleSheet("color: palette(mid);");
+
+  p.comeBack = new QTimer(this);
+  p.comeBack->setObjectName("comeBack");
+  p.comeBack->setSingleShot(true);
+  connect(p.comeBack, &QTimer::timeout, this, &ReviewWindow::refreshWhenIdle);
 
   connect(p.show, &QPushButton::clicked, this, &ReviewWindow::showAnswer);
   connect(p.ahead, &QPushButton::clicked, this, &ReviewWindow::reviewAhead);
@@ -348,6 +363,14 @@ void ReviewWindow::redraw() {
   p.graded->setVisible(p.lastGraded.has_value());
   p.later->setText(deck.later() > 0 ? qt(laterText(deck.later(), loc)) : QString());
   p.later->setVisible(deck.later() > 0);
+
+  p.comeBack->stop();
+  if (!onCard) {
+    if (auto next = nextDueAfter(context_.store.words(), now)) {
+      const double wait = std::min(*next - now, kLongestWait);
+      p.comeBack->start(std::chrono::milliseconds(static_cast<long long>(std::ceil(wait * 1000))));
+    }
+  }
 }
 
 }  // namespace vesko::desktop

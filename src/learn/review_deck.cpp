@@ -34,6 +34,16 @@ std::vector<SavedWord> cardsAhead(std::span<const SavedWord> words, StoreDate no
   return cards;
 }
 
+std::optional<StoreDate> nextDueAfter(std::span<const SavedWord> words, StoreDate now) {
+  std::optional<StoreDate> next;
+  for (const auto& word : words) {
+    if (word.archived == "useless") continue;
+    const StoreDate due = ReviewRhythm::dueDate(word);
+    if (due > now && (!next || due < *next)) next = due;
+  }
+  return next;
+}
+
 ReviewDeck::ReviewDeck(const Clock& clock, ReviewCounts& counts, Grader grader)
     : clock_(clock), counts_(counts), grader_(std::move(grader)) {}
 

@@ -38,6 +38,10 @@ ShownSense shownSense(const SavedWord& card);
 std::vector<SavedWord> cardsAhead(std::span<const SavedWord> words, StoreDate now,
                                   std::size_t count);
 
+// The earliest due date after `now` among the words in the review: when the next card turns up
+// (a missed one comes back 10 minutes after its grade). Nothing when no word waits.
+std::optional<StoreDate> nextDueAfter(std::span<const SavedWord> words, StoreDate now);
+
 class ReviewDeck {
  public:
   // Applies `grade` to the kept word `id` and saves it; the record as saved, or nothing when the

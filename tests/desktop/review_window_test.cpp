@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <chrono>
 #include <fstream>
 #include <memory>
@@ -41,7 +42,9 @@
 
 // Read by LeakSanitizer when the test runs under it (the asan preset); unused otherwise.
 // Fontconfig keeps the font caches Qt asks it for until the process ends, by design.
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig.so\n"; }
+extern "C" const char* __lsan_default_suppressions() {
+  return "leak:libfontconfig.so\n";
+}
 
 namespace vesko::desktop {
 namespace {
@@ -282,6 +285,29 @@ TEST(ReviewWindowTest, TheAllowanceLeavesTheRestForLaterDays) {
   ASSERT_TRUE(shown(window, "later"));
   EXPECT_EQ(str(text(window, "later")), laterText(2, desk.loc));
   EXPECT_FALSE(shown(window, "sentence")) << "no sentence kept";
+}
+
+TEST(ReviewWindowTest, AMissedCardComesBackTenMinutesLater) {
+  Desk desk(Kept{{"学习", "我们一起学习中文。"}});
+  ReviewWindow window(*desk.context);
+  window.present();
+  QTest::keyClick(&window, Qt::Key_Space);
+  QTest::keyClick(&window, Qt::Key_1);
+  EXPECT_EQ(str(text(window, "message")), "Révision finie : 1 cartes notées.");
+  auto* comeBack = window.findChild<QTimer*>("comeBack");
+  ASSERT_NE(comeBack, nullptr);
+  ASSERT_TRUE(comeBack->isActive());
+  EXPECT_EQ(comeBack->interval(), 600'000) << "when the missed card is due again";
+
+  // Ten minutes on the learner's clock; the timer is made to fire now rather than waited for.
+  desk.clock.advance(10min);
+  comeBack->start(0);
+  QTRY_VERIFY(shown(window, "word"));
+  EXPECT_EQ(str(text(window, "word")), "学习");
+  QTest::keyClick(&window, Qt::Key_Space);
+  QTest::keyClick(&window, Qt::Key_3);
+  EXPECT_EQ(desk.counts.today(), (DailyCounts{0, 1})) << "once per sitting";
+  EXPECT_EQ(str(text(window, "message")), "Révision finie : 2 cartes notées.");
 }
 
 TEST(ReviewWindowTest, AnotherWindowsChangeRefreshesAnIdleWindow) {

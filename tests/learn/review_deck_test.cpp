@@ -253,6 +253,24 @@ TEST(ReviewDeckTest, EarlyCardsAndTheReviewAhead) {
   EXPECT_TRUE(cardsAhead(t.store->words(), t.now(), 0).empty());
 }
 
+TEST(ReviewDeckTest, TheNextDueDateIsTheSoonestStillToCome) {
+  Sitting t;
+  SavedWord useless = t.word("U", 2, +0.5);
+  useless.archived = "useless";
+  const std::vector<SavedWord> words{t.word("D", 2, -1), t.word("F", 2, +3), useless,
+                                     t.word("K", std::nullopt, 0, 0.25)};
+  // K, kept six hours ago, is due in eighteen.
+  ASSERT_TRUE(nextDueAfter(words, t.now()));
+  EXPECT_DOUBLE_EQ(*nextDueAfter(words, t.now()), t.now() + 0.75 * kDay);
+  EXPECT_FALSE(nextDueAfter(std::vector<SavedWord>{t.word("D", 2, -1)}, t.now()));
+
+  t.open({t.word("A", 2)});
+  t.deck->planToday(t.store->words());
+  t.deck->showAnswer();
+  ASSERT_TRUE(t.deck->grade(1));
+  EXPECT_DOUBLE_EQ(*nextDueAfter(t.store->words(), t.now()), t.now() + kMissedSeconds);
+}
+
 TEST(ReviewDeckTest, KeptSensesTakeTurns) {
   Sitting t;
   SavedWord card = t.word("A", 1);
