@@ -15,6 +15,7 @@
 #include "learn/mastery.h"
 #include "learn/review_counts.h"
 #include "learn/review_day.h"
+#include "learn/review_grading.h"
 #include "learn/review_rhythm.h"
 #include "learn/review_session.h"
 #include "learn/review_texts.h"
@@ -78,36 +79,11 @@ int showDue(const DueOptions& options, const Folders& folders, Settings& setting
   return 0;
 }
 
-// Applies the grade inside the store's change, to the record as it is on disk now: another
-// program may have graded it since this one read the file.
-struct Graded {
-  SavedWord word;
-  ScheduledReview scheduled;
-  bool wasNew = false;
-};
-std::expected<std::optional<Graded>, ScheduleError> gradeWord(WordStore& store,
-                                                              const std::string& id, int grade,
-                                                              const Clock& clock) {
-  std::optional<Graded> graded;
-  std::optional<ScheduleError> refused;
-  store.change(id, [&](SavedWord& word) {
-    const bool wasNew = !word.reviewStep;
-    auto scheduled = ReviewRhythm::applyGrade(word, grade, storeDateOf(clock.now()));
-    if (!scheduled) {
-      refused = scheduled.error();
-      return;
-    }
-    graded = Graded{word, *scheduled, wasNew};
-  });
-  if (refused) return std::unexpected(*refused);
-  return graded;
-}
-
 int gradeOne(const GradeOptions& options, const Folders& folders, Settings& settings,
              const Clock& clock) {
   if (options.grade < 1 || options.grade > 5) return fail("the grade must be 1 to 5");
   OpenStore open(folders, settings, clock);
-  auto graded = gradeWord(open.store(), options.id, options.grade, clock);
+  auto graded = gradeKeptWord(open.store(), options.id, options.grade, storeDateOf(clock.now()));
   if (!graded)
     return fail(
         fmt::format("the word {} {}", options.id, "has a review step off the ladder (0 to 6)"));
@@ -120,7 +96,7 @@ int gradeOne(const GradeOptions& options, const Folders& folders, Settings& sett
       std::cout << "not kept: " << options.id << '\n';
     return 0;
   }
-  const Graded& done = **graded;
+  const GradedWord& done = **graded;
   // Counted as the review sitting counts it; a tally that cannot be written only loosens the
   // allowance, the grade itself is saved.
   (void)ReviewCounts(settings, clock).raise(done.wasNew ? CardAge::newCard : CardAge::oldCard);
@@ -147,7 +123,8 @@ int review(const Folders& folders, Settings& settings, const Clock& clock) {
   KeyAtATime keys;
   ReviewSession session(std::cin, std::cout, open.loc(), clock, counts,
                         [&](const std::string& id, int grade) -> std::optional<SavedWord> {
-                          auto graded = gradeWord(open.store(), id, grade, clock);
+                          auto graded =
+                              gradeKeptWord(open.store(), id, grade, storeDateOf(clock.now()));
                           if (!graded || !*graded) return std::nullopt;
                           return (*graded)->word;
                         },

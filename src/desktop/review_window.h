@@ -8,6 +8,8 @@
 
 #include "desktop/desktop_context.h"
 
+class QKeyEvent;
+
 namespace vesko::desktop {
 
 class ReviewWindow final : public QWidget {
@@ -19,8 +21,21 @@ class ReviewWindow final : public QWidget {
   // Plans today's cards afresh and shows the window in front with the first one.
   void present();
 
+  // What the keys do, also from the buttons: show the current card's answer; grade it (1 to 5)
+  // once the answer is shown; review the next cards ahead of time when nothing is due.
+  void showAnswer();
+  void grade(int grade);
+  void reviewAhead();
+
  private:
   struct Parts;
+  // Draws every text from the sitting's state, in the interface language.
+  void redraw();
+  // Another window or program changed the words: a sitting with no card in progress is planned
+  // again, so that cards due meanwhile appear.
+  void refreshWhenIdle();
+  void keyPressEvent(QKeyEvent* event) override;
+
   DesktopContext& context_;
   std::unique_ptr<Parts> parts_;
 };

@@ -5,7 +5,6 @@
 
 #include "learn/mastery.h"
 #include "learn/review_day.h"
-#include "learn/review_rhythm.h"
 #include "learn/review_texts.h"
 
 namespace vesko {
@@ -15,24 +14,6 @@ constexpr const char* kBold = "\x1b[1m";
 constexpr const char* kHighlight = "\x1b[1;7m";  // bold, reverse video: visible on any palette
 constexpr const char* kDim = "\x1b[2m";
 constexpr const char* kReset = "\x1b[0m";
-
-// The sentence and meaning shown for this turn: the senses kept with their own sentences take
-// turns, one per review; a word without senses shows the sentence it was kept with.
-struct Shown {
-  std::string sentence;
-  std::string target;
-  std::string meaning;
-};
-
-Shown shownFor(const SavedWord& card) {
-  if (card.senses && !card.senses->empty()) {
-    const auto& senses = *card.senses;
-    const auto turn = static_cast<std::size_t>(std::max(card.senseTurn.value_or(0), 0LL));
-    const Sense& sense = senses[turn % senses.size()];
-    return {sense.sentence, sense.target.empty() ? card.word : sense.target, sense.meaning};
-  }
-  return {card.context, card.word, card.definition};
-}
 
 // Length in bytes of the UTF-8 character that starts with `lead`.
 std::size_t characterLength(unsigned char lead) {
@@ -95,23 +76,23 @@ void ReviewSession::showQuestion(const SavedWord& card, std::size_t position, st
   out_ << emphasised(card.word, kBold);
   if (!card.pinyin.empty()) out_ << "  " << card.pinyin;
   out_ << '\n';
-  const Shown shown = shownFor(card);
+  const ShownSense shown = shownSense(card);
   if (!shown.sentence.empty()) out_ << "  " << marked(shown.sentence, shown.target) << '\n';
   out_ << emphasised(loc_.t("Entrée : voir la réponse · q : quitter"), kDim) << '\n';
   out_.flush();
 }
 
-void ReviewSession::showAnswer(const SavedWord& card) {
-  const Shown shown = shownFor(card);
+void ReviewSession::showAnswer(const ReviewDeck& deck) {
+  const SavedWord& card = *deck.current();
+  const ShownSense shown = shownSense(card);
   if (!shown.meaning.empty()) out_ << emphasised(shown.meaning, kBold) << '\n';
   const auto translation = card.translations.find(loc_.uiLanguage());
   if (translation != card.translations.end() && translation->second != shown.meaning)
     out_ << translation->second << '\n';
   out_ << emphasised(rhythmLine(card, loc_), kDim) << '\n';
-  const StoreDate now = storeDateOf(clock_.now());
   for (int grade = 1; grade <= 5; ++grade) {
     out_ << "  " << gradeText(grade, loc_);
-    if (auto scheduled = ReviewRhythm::preview(card, grade, now))
+    if (auto scheduled = deck.preview(grade))
       out_ << "  → " << intervalText(scheduled->interval, loc_);
     out_ << '\n';
   }
@@ -127,39 +108,31 @@ std::optional<int> ReviewSession::readGrade() {
   }
 }
 
-void ReviewSession::count(const SavedWord& before) {
-  // A tally that cannot be written only loosens tomorrow's allowance; the grade itself is saved.
-  if (!before.reviewStep) {
-    (void)counts_.raise(CardAge::newCard);
-  } else if (countedOld_.insert(before.id).second) {
-    (void)counts_.raise(CardAge::oldCard);
-  }
-}
-
 ReviewSession::Outcome ReviewSession::run(const std::vector<SavedWord>& today, std::size_t later) {
   Outcome outcome;
   if (today.empty()) out_ << loc_.t("Rien à relire aujourd'hui.") << '\n';
-  for (std::size_t i = 0; i < today.size(); ++i) {
-    const SavedWord& card = today[i];
-    showQuestion(card, i + 1, today.size());
+  ReviewDeck deck(clock_, counts_, grader_);
+  deck.start(today, later);
+  while (const SavedWord* card = deck.current()) {
+    showQuestion(*card, deck.position(), deck.total());
     auto key = readKey();
     if (!key || isQuit(*key)) {
       outcome.quit = true;
       break;
     }
-    showAnswer(card);
+    deck.showAnswer();
+    showAnswer(deck);
     auto grade = readGrade();
     if (!grade) {
       outcome.quit = true;
       break;
     }
-    auto saved = grader_(card.id, *grade);
+    auto saved = deck.grade(*grade);
     if (!saved) continue;  // removed meanwhile: nothing to count
-    count(card);
-    ++outcome.graded;
     out_ << emphasised(nextReviewText(*saved, storeDateOf(clock_.now()), loc_, clock_), kDim)
          << '\n';
   }
+  outcome.graded = deck.graded();
   out_ << '\n'
        << fillPlaceholders(loc_.t("Révision finie : %d cartes notées."),
                            {std::to_string(outcome.graded)})

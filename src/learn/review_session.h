@@ -8,11 +8,11 @@
 #include <functional>
 #include <iosfwd>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "learn/review_counts.h"
+#include "learn/review_deck.h"
 #include "learn/saved_word.h"
 #include "settings/clock.h"
 #include "settings/loc.h"
@@ -23,7 +23,7 @@ class ReviewSession {
  public:
   // Applies `grade` to the kept word `id` and saves it; the record as saved, or nothing when the
   // word is no longer kept.
-  using Grader = std::function<std::optional<SavedWord>(const std::string& id, int grade)>;
+  using Grader = ReviewDeck::Grader;
 
   struct Options {
     bool singleKeys = false;  // a terminal in key-at-a-time mode; otherwise one answer per line
@@ -48,10 +48,9 @@ class ReviewSession {
   // A key (one character, Enter as "\n"), or nothing at the end of the input.
   std::optional<std::string> readKey();
   void showQuestion(const SavedWord& card, std::size_t position, std::size_t total);
-  void showAnswer(const SavedWord& card);
+  void showAnswer(const ReviewDeck& deck);
   // The grade the learner chose, or nothing to quit.
   std::optional<int> readGrade();
-  void count(const SavedWord& before);
   std::string emphasised(const std::string& text, const char* style) const;
   std::string marked(const std::string& sentence, const std::string& target) const;
 
@@ -62,7 +61,6 @@ class ReviewSession {
   ReviewCounts& counts_;
   Grader grader_;
   Options options_;
-  std::set<std::string> countedOld_;  // ids of old cards already in today's tally this session
 };
 
 }  // namespace vesko

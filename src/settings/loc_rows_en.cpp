@@ -209,6 +209,12 @@ constexpr LocRow kRows[] = {
   {"Ouvrir le dossier", "Open the folder"},
   {"Aucun programme n'a pu l'ouvrir.", "No program could open it."},
   {"debug.log n'existe pas encore : allume le journal de diagnostic, puis survole un mot.", "debug.log doesn't exist yet: switch on the diagnostic log, then hover over a word."},
+  // The review window
+  {"Révision", "Review"},
+  {"Montrer la réponse", "Show the answer"},
+  {"Réviser en avance", "Review ahead"},
+  {"Espace ou Entrée : montrer la réponse", "Space or Enter: show the answer"},
+  {"Touches 1 à 5 : ta note", "Keys 1 to 5: your grade"},
 };
 // clang-format on
 

@@ -210,6 +210,12 @@ constexpr LocRow kRows[] = {
   {"Ouvrir le dossier", "Otwórz folder"},
   {"Aucun programme n'a pu l'ouvrir.", "Żaden program nie mógł tego otworzyć."},
   {"debug.log n'existe pas encore : allume le journal de diagnostic, puis survole un mot.", "debug.log jeszcze nie istnieje: włącz dziennik diagnostyczny, a potem najedź na słowo."},
+  // The review window
+  {"Révision", "Powtórka"},
+  {"Montrer la réponse", "Pokaż odpowiedź"},
+  {"Réviser en avance", "Powtórz z wyprzedzeniem"},
+  {"Espace ou Entrée : montrer la réponse", "Spacja lub Enter: pokaż odpowiedź"},
+  {"Touches 1 à 5 : ta note", "Klawisze od 1 do 5: twoja ocena"},
 };
 // clang-format on
 

@@ -210,6 +210,12 @@ constexpr LocRow kRows[] = {
   {"Ouvrir le dossier", "Открыть папку"},
   {"Aucun programme n'a pu l'ouvrir.", "Ни одна программа не смогла это открыть."},
   {"debug.log n'existe pas encore : allume le journal de diagnostic, puis survole un mot.", "debug.log ещё не существует: включи диагностический журнал и наведи указатель на слово."},
+  // The review window
+  {"Révision", "Повторение"},
+  {"Montrer la réponse", "Показать ответ"},
+  {"Réviser en avance", "Повторить заранее"},
+  {"Espace ou Entrée : montrer la réponse", "Пробел или Enter: показать ответ"},
+  {"Touches 1 à 5 : ta note", "Клавиши от 1 до 5: твоя оценка"},
 };
 // clang-format on
 

@@ -209,6 +209,12 @@ constexpr LocRow kRows[] = {
   {"Ouvrir le dossier", "เปิดโฟลเดอร์"},
   {"Aucun programme n'a pu l'ouvrir.", "ไม่มีโปรแกรมใดเปิดได้"},
   {"debug.log n'existe pas encore : allume le journal de diagnostic, puis survole un mot.", "ยังไม่มี debug.log เปิดบันทึกวินิจฉัยก่อน แล้วชี้เมาส์ที่คำ"},
+  // The review window
+  {"Révision", "ทบทวน"},
+  {"Montrer la réponse", "แสดงคำตอบ"},
+  {"Réviser en avance", "ทบทวนล่วงหน้า"},
+  {"Espace ou Entrée : montrer la réponse", "Space หรือ Enter: แสดงคำตอบ"},
+  {"Touches 1 à 5 : ta note", "ปุ่ม 1 ถึง 5: คะแนนของคุณ"},
 };
 // clang-format on
 

@@ -209,6 +209,12 @@ constexpr LocRow kRows[] = {
   {"Ouvrir le dossier", "打开文件夹"},
   {"Aucun programme n'a pu l'ouvrir.", "没有程序能打开它。"},
   {"debug.log n'existe pas encore : allume le journal de diagnostic, puis survole un mot.", "debug.log 还不存在：请打开诊断日志，再将鼠标停在一个词上。"},
+  // The review window
+  {"Révision", "复习"},
+  {"Montrer la réponse", "显示答案"},
+  {"Réviser en avance", "提前复习"},
+  {"Espace ou Entrée : montrer la réponse", "空格或回车：显示答案"},
+  {"Touches 1 à 5 : ta note", "按 1 到 5：你的评分"},
 };
 // clang-format on
 

@@ -209,6 +209,12 @@ constexpr LocRow kRows[] = {
   {"Ouvrir le dossier", "打開資料夾"},
   {"Aucun programme n'a pu l'ouvrir.", "沒有程式能打開它。"},
   {"debug.log n'existe pas encore : allume le journal de diagnostic, puis survole un mot.", "debug.log 還不存在：請開啟診斷日誌，再將滑鼠停在一個詞上。"},
+  // The review window
+  {"Révision", "複習"},
+  {"Montrer la réponse", "顯示答案"},
+  {"Réviser en avance", "提前複習"},
+  {"Espace ou Entrée : montrer la réponse", "空白鍵或 Enter：顯示答案"},
+  {"Touches 1 à 5 : ta note", "按 1 到 5：你的評分"},
 };
 // clang-format on
 
