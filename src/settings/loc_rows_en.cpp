@@ -142,6 +142,15 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d d"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "The local AI isn't available: start a local model server, or choose Claude or DeepSeek in Settings → AI."},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "elision: “%@” before this word"},
+  {"Expliquer avec l'IA", "Explain with AI"},
+  {"Phrase…", "Sentence…"},
+  {"Traduire", "Translate"},
+  {"L'IA réfléchit…", "The AI is thinking…"},
+  {"Gardé %d fois", "Kept %d times"},
+  {"Redemander", "Ask again"},
 };
 // clang-format on
 

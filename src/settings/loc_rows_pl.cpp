@@ -143,6 +143,15 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d dn."},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Lokalna AI jest niedostępna: uruchom lokalny serwer modelu albo wybierz Claude lub DeepSeek w Ustawieniach → AI."},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "elizja: „%@” przed tym słowem"},
+  {"Expliquer avec l'IA", "Wyjaśnij z AI"},
+  {"Phrase…", "Zdanie…"},
+  {"Traduire", "Przetłumacz"},
+  {"L'IA réfléchit…", "AI myśli…"},
+  {"Gardé %d fois", "Zachowane %d razy"},
+  {"Redemander", "Zapytaj ponownie"},
 };
 // clang-format on
 

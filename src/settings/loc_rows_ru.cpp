@@ -143,6 +143,15 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d дн."},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Локальный ИИ недоступен: запусти локальный сервер модели или выбери Claude или DeepSeek в Настройках → ИИ."},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "элизия: «%@» перед этим словом"},
+  {"Expliquer avec l'IA", "Объяснить с помощью ИИ"},
+  {"Phrase…", "Предложение…"},
+  {"Traduire", "Перевести"},
+  {"L'IA réfléchit…", "ИИ думает…"},
+  {"Gardé %d fois", "Сохранено раз: %d"},
+  {"Redemander", "Спросить снова"},
 };
 // clang-format on
 

@@ -142,6 +142,15 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d วัน"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "ใช้ AI ในเครื่องไม่ได้ โปรดเปิดเซิร์ฟเวอร์โมเดลในเครื่อง หรือเลือก Claude หรือ DeepSeek ใน การตั้งค่า → AI"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "การละเสียง: “%@” หน้าคำนี้"},
+  {"Expliquer avec l'IA", "อธิบายด้วย AI"},
+  {"Phrase…", "ประโยค…"},
+  {"Traduire", "แปล"},
+  {"L'IA réfléchit…", "AI กำลังคิด…"},
+  {"Gardé %d fois", "เก็บไว้ %d ครั้ง"},
+  {"Redemander", "ถามใหม่"},
 };
 // clang-format on
 

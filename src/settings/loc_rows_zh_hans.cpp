@@ -142,6 +142,15 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d 天"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本地 AI 不可用：请启动本地模型服务器，或在设置 → AI 中选择 Claude 或 DeepSeek。"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "省音：此词前省去了“%@”"},
+  {"Expliquer avec l'IA", "用 AI 解释"},
+  {"Phrase…", "句子…"},
+  {"Traduire", "翻译"},
+  {"L'IA réfléchit…", "AI 正在思考…"},
+  {"Gardé %d fois", "已收藏 %d 次"},
+  {"Redemander", "重新提问"},
 };
 // clang-format on
 

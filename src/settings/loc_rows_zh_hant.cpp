@@ -142,6 +142,15 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d 天"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本機 AI 無法使用：請啟動本機模型伺服器，或在設定 → AI 中選擇 Claude 或 DeepSeek。"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "省音：此詞前省去了「%@」"},
+  {"Expliquer avec l'IA", "用 AI 解釋"},
+  {"Phrase…", "句子…"},
+  {"Traduire", "翻譯"},
+  {"L'IA réfléchit…", "AI 正在思考…"},
+  {"Gardé %d fois", "已收藏 %d 次"},
+  {"Redemander", "重新提問"},
 };
 // clang-format on
 
