@@ -98,6 +98,8 @@ void chineseContent(const HoverResult::Chinese& hit, const Loc& loc, BubbleConte
     }
   }
   if (!hit.entries.empty()) {
+    const Entry& first = hit.entries.front();
+    content.traditional = hit.word == first.trad && first.trad != first.simp;
     content.record.simp = hit.entries.front().simp;
     content.record.trad = hit.entries.front().trad;
   }
@@ -189,6 +191,25 @@ BubbleContent bubbleContent(const HoverResult& result, const Loc& loc) {
   if (record.definition.empty()) record.definition = joined(content.notes, " · ");
   record.context = content.sentence;
   return content;
+}
+
+ScreenRect bubblePlacement(ScreenPoint at, double width, double height, const ScreenRect& screen) {
+  double x = at.x + kBubbleGap, y = at.y + kBubbleGap;
+  if (x + width > screen.right()) x = at.x - kBubbleGap - width;
+  if (y + height > screen.bottom()) y = at.y - kBubbleGap - height;
+  // A bubble wider or taller than the room on both sides stays on the screen, over the point.
+  x = std::max(screen.x, std::min(x, screen.right() - width));
+  y = std::max(screen.y, std::min(y, screen.bottom() - height));
+  return {x, y, width, height};
+}
+
+std::vector<std::string> sentenceTargets(std::string_view textLanguage,
+                                         std::string_view answerLanguage) {
+  // "zh-Hans" answers a Chinese text too: the sentence is already in the learner's language.
+  const bool same = answerLanguage == textLanguage ||
+                    (textLanguage == "zh" && answerLanguage.starts_with("zh"));
+  if (!same) return {std::string(answerLanguage)};
+  return {textLanguage == "en" ? "fr" : "en"};
 }
 
 }  // namespace vesko

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/geometry.h"
 #include "app/hover_result.h"
 #include "dict/pinyin.h"
 #include "learn/saved_word.h"
@@ -69,6 +70,7 @@ struct BubbleContent {
   std::string word;      // as it stands in the text
   std::string language;  // "zh", "ja", "fr"…
   std::string headword;  // for Chinese, in the script the learner reads
+  bool traditional = false;  // Chinese written in traditional characters where it was read
   Reading reading;       // of the first sense group; empty when there is none
   std::vector<SenseGroup> senses;
   bool moreSenses = false;  // some groups or definitions were left out: show "…"
@@ -80,5 +82,16 @@ struct BubbleContent {
 
 // The content of `result`, with the notes in the interface language.
 BubbleContent bubbleContent(const HoverResult& result, const Loc& loc);
+
+// Where a bubble of `width` × `height` goes for the pointer at `at` on `screen` (the available
+// area of the screen that holds the point): below and to the right with a small gap, flipped to
+// the left or above where it would leave the screen, and kept on it.
+inline constexpr double kBubbleGap = 12;
+ScreenRect bubblePlacement(ScreenPoint at, double width, double height, const ScreenRect& screen);
+
+// The languages a sentence in `textLanguage` is translated into from the bubble: the answer
+// language, or English (French for an English text) when the sentence is already in it.
+std::vector<std::string> sentenceTargets(std::string_view textLanguage,
+                                         std::string_view answerLanguage);
 
 }  // namespace vesko

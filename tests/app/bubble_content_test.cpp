@@ -87,11 +87,64 @@ TEST(BubbleContentTest, ChineseHeadwordFollowsTheScriptTheLearnerReads) {
     const BubbleContent content =
         bubbleContent(chinese("学习", entries, "我们一起学习。", 4), services.loc);
     EXPECT_EQ(content.headword, headword);
+    EXPECT_FALSE(content.traditional);  // read in simplified characters
     EXPECT_EQ(content.reading.text, "xué xí");
     // The kept record has both scripts whatever the learner reads.
     EXPECT_EQ(content.record.simp, "学习");
     EXPECT_EQ(content.record.trad, "學習");
     EXPECT_EQ(content.record.word, "学习");
+  }
+}
+
+TEST(BubbleContentTest, ChineseReadInTraditionalCharacters) {
+  StoreServices services;
+  const BubbleContent content = bubbleContent(
+      chinese("學習", {{"學習", "学习", "xue2 xi2", {"to learn"}}}, "我們一起學習。", 4), services.loc);
+  EXPECT_TRUE(content.traditional);
+  EXPECT_EQ(content.record.word, "學習");
+}
+
+TEST(BubbleContentTest, PlacementBesideThePointStaysOnItsScreen) {
+  const ScreenRect screen{1280, 0, 1920, 1080};  // a second screen, right of the first
+  struct Row {
+    std::string name;
+    ScreenPoint at;
+    double width, height;
+    ScreenRect expected;
+  };
+  for (const auto& row : std::vector<Row>{
+           {"below right", {1500, 300}, 400, 200, {1512, 312, 400, 200}},
+           {"flipped left at the right edge", {3100, 300}, 400, 200, {2688, 312, 400, 200}},
+           {"flipped above at the bottom", {1500, 1000}, 400, 200, {1512, 788, 400, 200}},
+           {"both in the corner", {3190, 1070}, 400, 200, {2778, 858, 400, 200}},
+           {"taller than the room both ways", {1500, 500}, 400, 1000, {1512, 0, 400, 1000}},
+           {"at the left edge of the screen", {1281, 10}, 400, 200, {1293, 22, 400, 200}},
+       }) {
+    SCOPED_TRACE(row.name);
+    const ScreenRect placed = bubblePlacement(row.at, row.width, row.height, screen);
+    EXPECT_EQ(placed, row.expected);
+    EXPECT_GE(placed.x, screen.x);
+    EXPECT_LE(placed.right(), screen.right());
+    EXPECT_GE(placed.y, screen.y);
+    EXPECT_LE(placed.bottom(), screen.bottom());
+    // Beside the point, never over it, whenever there is room.
+    if (row.height < 500) {
+      EXPECT_FALSE(placed.contains(row.at));
+    }
+  }
+}
+
+TEST(BubbleContentTest, SentenceTargetsAvoidTheSentencesOwnLanguage) {
+  struct Row {
+    std::string text, answer, expected;
+  };
+  for (const auto& row : std::vector<Row>{{"zh", "fr", "fr"},
+                                          {"fr", "fr", "en"},
+                                          {"en", "en", "fr"},
+                                          {"zh", "zh-Hant", "en"},
+                                          {"ja", "zh-Hans", "zh-Hans"}}) {
+    SCOPED_TRACE(row.text + " answered in " + row.answer);
+    EXPECT_EQ(sentenceTargets(row.text, row.answer), std::vector<std::string>{row.expected});
   }
 }
 
