@@ -42,6 +42,9 @@ ExplanationPanel::ExplanationPanel(DesktopContext& context, QThreadPool& pool, Q
   layout->addWidget(explain_, 0, Qt::AlignLeft);
   layout->addWidget(text_);
   layout->addWidget(wrong_);
+  explain_->setObjectName(QStringLiteral("explainButton"));
+  explain_->setFocusPolicy(Qt::NoFocus);
+  text_->setObjectName(QStringLiteral("explanationText"));
   text_->setWordWrap(true);
   text_->setTextFormat(Qt::RichText);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse);

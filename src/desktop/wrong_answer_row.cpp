@@ -19,6 +19,11 @@ WrongAnswerRow::WrongAnswerRow(const Loc& loc, QWidget* parent)
   layout->addWidget(wrong_);
   layout->addWidget(remark_, 1);
   layout->addWidget(again_);
+  wrong_->setObjectName(QStringLiteral("wrongButton"));
+  remark_->setObjectName(QStringLiteral("remarkField"));
+  again_->setObjectName(QStringLiteral("askAgainButton"));
+  wrong_->setFocusPolicy(Qt::NoFocus);
+  again_->setFocusPolicy(Qt::NoFocus);
   wrong_->setFlat(true);
   connect(wrong_, &QPushButton::clicked, this, [this] {
     wrong_->hide();

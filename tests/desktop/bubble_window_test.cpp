@@ -11,79 +11,17 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTabWidget>
-#include <fstream>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
-#include "ai/ai_services.h"
-#include "dict/cedict.h"
 #include "dict/pinyin.h"
-#include "desktop/toasts.h"
-#include "desktop/trace.h"
-#include "learn/review_counts.h"
 #include "learn/word_store.h"
-#include "settings/folders.h"
-#include "settings/hant_cache.h"
-#include "settings/loc.h"
-#include "settings/log.h"
-#include "settings/settings.h"
-#include "support/fake_clock.h"
-#include "support/memory_secret_store.h"
-#include "support/temp_dir.h"
+#include "support/desktop_world.h"
 
 namespace vesko::desktop {
 namespace {
 
-QApplication& application() {
-  static int argc = 1;
-  static char name[] = "bubble_window_test";
-  static char* argv[] = {name, nullptr};
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QApplication app(argc, argv);
-  return app;
-}
-
-// Everything a bubble is handed, in a fresh folder, with no AI key anywhere.
-struct BubbleWorld {
-  testing::TempDir dir;
-  testing::FakeClock clock;
-  Folders folders{dir.path() / "data", dir.path() / "state", dir.path() / "config"};
-  Settings settings{folders.settingsFile(), clock};
-  Log log{folders.logFile(), settings, clock};
-  CEDict dictionary;  // never loaded: no chengyu, as before the dictionary has loaded
-  HantCache hant{dictionary};
-  LocTables tables;
-  Loc loc{settings, tables, hant, {"fr-FR"}};
-  WordStore store{folders.wordsFile(), clock, log, loc};
-  ReviewCounts counts{settings, clock};
-  CurlLibrary curl;
-  testing::MemorySecretStore secrets;
-  AIServices ai{settings, loc,
-                log,      clock,
-                secrets,  [](std::string_view) { return std::optional<std::string>(); },
-                folders.data / "reponses-ia.json"};
-  Trace trace{dir.path() / "trace.jsonl"};
-  Toasts toasts;
-  DesktopEvents events;
-  DesktopContext context{settings, loc,        log,   clock, folders, store,
-                         counts,   ai,         dictionary,  trace, toasts,  events};
-
-  BubbleWorld() {
-    application();
-    settings.overrideForRun("uiLang", std::string("fr"));
-  }
-
-  std::vector<nlohmann::json> traced(std::string_view event) const {
-    std::vector<nlohmann::json> lines;
-    std::ifstream in(dir.path() / "trace.jsonl");
-    for (std::string line; std::getline(in, line);) {
-      auto parsed = nlohmann::json::parse(line, nullptr, false);
-      if (!parsed.is_discarded() && parsed.value("event", "") == event) lines.push_back(parsed);
-    }
-    return lines;
-  }
-};
+using testing::BubbleWorld;
 
 HoverResult studyResult() {
   HoverResult::Chinese hit;
