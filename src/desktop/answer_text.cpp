@@ -27,7 +27,7 @@ QString sectionsHtml(const std::vector<AnswerSection>& sections, const AITitles&
   for (const auto& section : sections) {
     if (!out.isEmpty()) out += QStringLiteral("<br>");
     if (section.label)
-      out += QStringLiteral("<b>%1</b> : ")
+      out += QStringLiteral("<b>%1</b><br>")
                  .arg(QString::fromStdString(titles[*section.label]).toHtmlEscaped());
     out += answerHtml(section.text);
   }

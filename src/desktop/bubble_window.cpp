@@ -151,8 +151,9 @@ BubbleWindow::BubbleWindow(DesktopContext& context)
 }
 
 BubbleWindow::~BubbleWindow() {
-  // The tabs hand their running questions to the pool as they go; then the pool is waited for,
-  // before any of the widgets its results go to is destroyed.
+  // Work on the pool posts its result to the panels: it must be over before they go. The tabs
+  // then hand their running questions to the pool as they go, to be waited for there.
+  parts_->pool.waitForDone();
   delete parts_->tabs;
   parts_->tabs = nullptr;
   parts_->pool.waitForDone();
@@ -256,7 +257,7 @@ void BubbleWindow::drawContent() {
     if (i > 0 && !group.reading.empty()) head += readingHtml(group.reading) + QLatin1Char(' ');
     QString defs;
     for (const auto& def : group.defs) {
-      if (!defs.isEmpty()) defs += QStringLiteral(" ; ");
+      if (!defs.isEmpty()) defs += QStringLiteral("; ");
       defs += html(def);
     }
     senses += head + defs;

@@ -115,6 +115,8 @@ TEST(BubbleWindowTest, ShowsTheWordItsReadingAndItsSentence) {
   EXPECT_EQ(reading->text().count(QString::fromStdString(Pinyin::toneColor(2)->hex())), 2);
   EXPECT_TRUE(sentence->text().contains(QStringLiteral("<u>学习</u>")));
   EXPECT_TRUE(senses->text().contains(QStringLiteral("to learn")));
+  bubble.grab().save(QCoreApplication::applicationDirPath() +
+                     QStringLiteral("/bubble_window_test_zh.png"));
   // The sentence's tabs wait to be opened before they ask anything.
   auto* tabs = part<QTabWidget>(bubble, "sentenceTabs");
   ASSERT_TRUE(tabs);
