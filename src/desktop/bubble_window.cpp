@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
-#include <QThreadPool>
 #include <QVBoxLayout>
 #include <optional>
 
@@ -13,6 +12,7 @@
 #include "app/language.h"
 #include "dict/cedict.h"
 #include "dict/chengyu.h"
+#include "desktop/background.h"
 #include "desktop/explanation_panel.h"
 #include "desktop/sentence_tabs.h"
 #include "desktop/trace.h"
@@ -56,7 +56,8 @@ ScreenRect screenRect(const QRect& rect) {
 }  // namespace
 
 struct BubbleWindow::Parts {
-  QThreadPool pool;
+  // Goes with the Parts, before the panels its results go to: see ~BubbleWindow.
+  Background background{2};
   QLabel* headword = nullptr;
   QLabel* reading = nullptr;
   QLabel* senses = nullptr;
@@ -85,7 +86,6 @@ BubbleWindow::BubbleWindow(DesktopContext& context)
   setMaximumWidth(kMaxWidth);
   setObjectName(QStringLiteral("bubble"));
   Parts& p = *parts_;
-  p.pool.setMaxThreadCount(2);
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(12, 10, 12, 10);
@@ -127,12 +127,12 @@ BubbleWindow::BubbleWindow(DesktopContext& context)
   kept->addLayout(keptButtons);
   layout->addWidget(p.keptRow);
 
-  p.explanation = new ExplanationPanel(context, p.pool, this);
+  p.explanation = new ExplanationPanel(context, p.background, this);
   p.explanation->setObjectName(QStringLiteral("explanationPanel"));
   layout->addWidget(p.explanation);
   p.sentenceButton = button(this, "sentenceButton");
   layout->addWidget(p.sentenceButton, 0, Qt::AlignLeft);
-  p.tabs = new SentenceTabs(context, p.pool, this);
+  p.tabs = new SentenceTabs(context, p.background, this);
   p.tabs->setObjectName(QStringLiteral("sentenceTabs"));
   p.tabs->hide();
   layout->addWidget(p.tabs);
@@ -151,12 +151,12 @@ BubbleWindow::BubbleWindow(DesktopContext& context)
 }
 
 BubbleWindow::~BubbleWindow() {
-  // Work on the pool posts its result to the panels: it must be over before they go. The tabs
-  // then hand their running questions to the pool as they go, to be waited for there.
-  parts_->pool.waitForDone();
+  // The tabs hand their running questions to the background threads as they go; then the Parts
+  // and their background threads go before the panels (children, destroyed by QWidget
+  // afterwards), so that no result is handed to a destroyed panel.
   delete parts_->tabs;
   parts_->tabs = nullptr;
-  parts_->pool.waitForDone();
+  parts_.reset();
 }
 
 bool BubbleWindow::visible() const {

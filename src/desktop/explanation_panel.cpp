@@ -2,7 +2,6 @@
 
 #include <QLabel>
 #include <QPushButton>
-#include <QThreadPool>
 #include <QVBoxLayout>
 #include <chrono>
 
@@ -10,7 +9,7 @@
 #include "ai/answer_sections.h"
 #include "ai/provider.h"
 #include "desktop/answer_text.h"
-#include "desktop/off_thread.h"
+#include "desktop/background.h"
 #include "desktop/toasts.h"
 #include "desktop/wrong_answer_row.h"
 #include "settings/loc.h"
@@ -30,10 +29,11 @@ struct Explained {
 
 }  // namespace
 
-ExplanationPanel::ExplanationPanel(DesktopContext& context, QThreadPool& pool, QWidget* parent)
+ExplanationPanel::ExplanationPanel(DesktopContext& context, Background& background,
+                                   QWidget* parent)
     : QWidget(parent),
       context_(context),
-      pool_(pool),
+      background_(background),
       explain_(new QPushButton(this)),
       text_(new QLabel(this)),
       wrong_(new WrongAnswerRow(context.loc, this)) {
@@ -98,8 +98,7 @@ void ExplanationPanel::ask(std::optional<WrongAnswer> wrong) {
   AIServices& ai = context_.ai;
   // Choosing the provider may probe the local model server: the request is built off the GUI
   // thread too, not only the question.
-  offThread(
-      pool_, this,
+  background_.run(
       [&ai, question] {
         const ExplanationRequest request = ai.explainer().request(question);
         return Explained{ai.explainer().answer(request), request.answerLanguage};
@@ -110,8 +109,7 @@ void ExplanationPanel::ask(std::optional<WrongAnswer> wrong) {
           // The service retired the model: the next question goes to its successor, if any.
           const AIProvider provider = explained.reply.provider;
           AIServices& services = context_.ai;
-          offThread(
-              pool_, this,
+          background_.run(
               [&services, provider] {
                 return services.models()
                     .onModelGone(provider, services.keys().find(provider).key)

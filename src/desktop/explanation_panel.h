@@ -1,7 +1,7 @@
 #pragma once
 // The bubble's explanation of the word by the language model: a button, "…" while the answer
 // comes, then the answer's sections under their titles, and "Erreur ? Redemander" to ask again
-// with the learner's remark. Building the question and asking run on the bubble's pool; answers
+// with the learner's remark. Building the question and asking run on the bubble's background threads; answers
 // from an earlier word are dropped. Owned by the bubble. Thread contract: main thread only.
 
 #include <QWidget>
@@ -14,16 +14,16 @@
 
 class QLabel;
 class QPushButton;
-class QThreadPool;
 
 namespace vesko::desktop {
 
+class Background;
 class WrongAnswerRow;
 
 class ExplanationPanel final : public QWidget {
   Q_OBJECT
  public:
-  ExplanationPanel(DesktopContext& context, QThreadPool& pool, QWidget* parent);
+  ExplanationPanel(DesktopContext& context, Background& background, QWidget* parent);
 
   // A new word: what was shown goes, nothing is asked until the learner presses the button.
   void setWord(ExplainQuestion question);
@@ -42,7 +42,7 @@ class ExplanationPanel final : public QWidget {
   void showAnswer(const std::string& text, const std::string& answerLanguage);
 
   DesktopContext& context_;
-  QThreadPool& pool_;
+  Background& background_;
   QPushButton* explain_;
   QLabel* text_;
   WrongAnswerRow* wrong_;

@@ -1,7 +1,6 @@
 #include "desktop/sentence_tabs.h"
 
 #include <QLabel>
-#include <QThreadPool>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <chrono>
@@ -12,7 +11,7 @@
 #include "ai/sentence_answers.h"
 #include "app/bubble_content.h"
 #include "desktop/answer_text.h"
-#include "desktop/off_thread.h"
+#include "desktop/background.h"
 #include "desktop/wrong_answer_row.h"
 #include "settings/loc.h"
 
@@ -44,8 +43,8 @@ QString listedHtml(std::string_view mark, const std::vector<ListedWord>& words) 
 
 }  // namespace
 
-SentenceTabs::SentenceTabs(DesktopContext& context, QThreadPool& pool, QWidget* parent)
-    : QTabWidget(parent), context_(context), pool_(pool), timer_(new QTimer(this)) {
+SentenceTabs::SentenceTabs(DesktopContext& context, Background& background, QWidget* parent)
+    : QTabWidget(parent), context_(context), background_(background), timer_(new QTimer(this)) {
   for (int index = 0; index < kTabs; ++index) {
     auto* page = new QWidget(this);
     auto* layout = new QVBoxLayout(page);
@@ -76,12 +75,15 @@ SentenceTabs::~SentenceTabs() { dropQuestions(); }
 
 void SentenceTabs::dropQuestions() {
   // A SentenceModel and a std::async future wait for their questions when they go: let them wait
-  // on the pool.
+  // off the GUI thread.
   if (model_ || synonyms_)
-    pool_.start([model = std::move(model_), synonyms = std::move(synonyms_)]() mutable {
-      model.reset();
-      synonyms.reset();
-    });
+    background_.run(
+        [model = std::move(model_), synonyms = std::move(synonyms_)]() mutable {
+          model.reset();
+          synonyms.reset();
+          return true;
+        },
+        [](bool) {});
   model_.reset();
   synonyms_.reset();
 }
@@ -130,8 +132,8 @@ void SentenceTabs::open(int index) {
     const std::vector<std::string> targets =
         sentenceTargets(selection_.languageCode, ai.answerLanguage());
     const std::uint64_t generation = generation_;
-    offThread(
-        pool_, this, [&ai, targets] { return ai.sentenceSetup(targets); },
+    background_.run(
+        [&ai, targets] { return ai.sentenceSetup(targets); },
         [this, generation](SentenceSetup setup) {
           if (generation != generation_) return;
           answerLanguage_ = setup.answerLanguage;
@@ -157,7 +159,13 @@ void SentenceTabs::askSynonyms(std::optional<std::string> retry) {
     prompt += retrySuffix(synonymAnswer_, *retry);
     model = context_.ai.ai().strongerClaudeModel();
   }
-  if (synonyms_) pool_.start([synonyms = std::move(synonyms_)]() mutable { synonyms.reset(); });
+  if (synonyms_)
+    background_.run(
+        [synonyms = std::move(synonyms_)]() mutable {
+          synonyms.reset();
+          return true;
+        },
+        [](bool) {});
   synonymAnswer_.clear();
   synonyms_ = std::make_shared<std::future<AIAnswer>>(context_.ai.ask().ask(
       answerLanguage, teacherSystemText(answerLanguage), prompt, kSynonymTokens, model));

@@ -2,9 +2,9 @@
 // The bubble's tabs on the word's sentence: "Traduire", "Décortiquer", "Corriger" (a
 // SentenceModel over the sentence) and "Synonymes et contraires" (near words and opposites of the
 // word), each with "Erreur ? Redemander". A tab asks when it is first opened, not before. Who
-// answers is found on the bubble's pool (it may probe the local model server); answers are polled
-// on the main thread. Questions still running when the sentence changes are waited for on the
-// pool, never on the GUI thread. Owned by the bubble. Thread contract: main thread only.
+// answers is found on the bubble's background threads (it may probe the local model server);
+// answers are polled on the main thread. Questions still running when the sentence changes are
+// waited for there, never on the GUI thread. Owned by the bubble. Thread contract: main thread only.
 
 #include <QTabWidget>
 #include <array>
@@ -19,11 +19,11 @@
 #include "desktop/desktop_context.h"
 
 class QLabel;
-class QThreadPool;
 class QTimer;
 
 namespace vesko::desktop {
 
+class Background;
 class WrongAnswerRow;
 
 class SentenceTabs final : public QTabWidget {
@@ -32,7 +32,7 @@ class SentenceTabs final : public QTabWidget {
   static constexpr int kTabs = 4;
   static constexpr int kSynonymsTab = 3;
 
-  SentenceTabs(DesktopContext& context, QThreadPool& pool, QWidget* parent);
+  SentenceTabs(DesktopContext& context, Background& background, QWidget* parent);
   ~SentenceTabs() override;
 
   // A new sentence: every tab is emptied, nothing is asked yet.
@@ -61,11 +61,11 @@ class SentenceTabs final : public QTabWidget {
   void poll();
   void showAnswer(int index);
   void showLoading(int index);
-  // Hands running questions to the pool, which waits for them there.
+  // Hands running questions to the background threads, which wait for them there.
   void dropQuestions();
 
   DesktopContext& context_;
-  QThreadPool& pool_;
+  Background& background_;
   QTimer* timer_;
   std::array<Page, kTabs> pages_;
   SentenceSelection selection_;
