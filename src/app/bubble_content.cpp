@@ -115,11 +115,11 @@ void wordContent(const HoverResult::Word& word, const Loc& loc, BubbleContent& c
     content.senses.push_back(std::move(group));
   }
   if (word.elided)
-    content.notes.push_back(fillPlaceholders(loc.t("élision : « %@ » devant ce mot"), {*word.elided}));
+    content.notes.push_back(
+        fillPlaceholders(loc.t("élision : « %@ » devant ce mot"), {*word.elided}));
   if (word.base) {
     std::string note = trimmedText(word.base->note);
-    if (note.empty())
-      note = "→ " + word.base->word + "  (" + loc.t("forme du dictionnaire") + ")";
+    if (note.empty()) note = "→ " + word.base->word + "  (" + loc.t("forme du dictionnaire") + ")";
     content.notes.push_back(std::move(note));
   }
 }
@@ -206,8 +206,8 @@ ScreenRect bubblePlacement(ScreenPoint at, double width, double height, const Sc
 std::vector<std::string> sentenceTargets(std::string_view textLanguage,
                                          std::string_view answerLanguage) {
   // "zh-Hans" answers a Chinese text too: the sentence is already in the learner's language.
-  const bool same = answerLanguage == textLanguage ||
-                    (textLanguage == "zh" && answerLanguage.starts_with("zh"));
+  const bool same =
+      answerLanguage == textLanguage || (textLanguage == "zh" && answerLanguage.starts_with("zh"));
   if (!same) return {std::string(answerLanguage)};
   return {textLanguage == "en" ? "fr" : "en"};
 }

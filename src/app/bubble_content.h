@@ -67,11 +67,11 @@ inline constexpr std::size_t kMaxSenseGroups = 4;
 inline constexpr std::size_t kMaxDefsPerGroup = 6;
 
 struct BubbleContent {
-  std::string word;      // as it stands in the text
-  std::string language;  // "zh", "ja", "fr"…
-  std::string headword;  // for Chinese, in the script the learner reads
+  std::string word;          // as it stands in the text
+  std::string language;      // "zh", "ja", "fr"…
+  std::string headword;      // for Chinese, in the script the learner reads
   bool traditional = false;  // Chinese written in traditional characters where it was read
-  Reading reading;       // of the first sense group; empty when there is none
+  Reading reading;           // of the first sense group; empty when there is none
   std::vector<SenseGroup> senses;
   bool moreSenses = false;  // some groups or definitions were left out: show "…"
   std::vector<std::string> notes;

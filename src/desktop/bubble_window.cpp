@@ -10,12 +10,12 @@
 
 #include "app/bubble_content.h"
 #include "app/language.h"
-#include "dict/cedict.h"
-#include "dict/chengyu.h"
 #include "desktop/background.h"
 #include "desktop/explanation_panel.h"
 #include "desktop/sentence_tabs.h"
 #include "desktop/trace.h"
+#include "dict/cedict.h"
+#include "dict/chengyu.h"
 #include "learn/review_texts.h"
 #include "learn/word_store.h"
 #include "settings/loc.h"
@@ -233,9 +233,8 @@ void BubbleWindow::drawContent() {
     QString out;
     for (const auto& syllable : reading.syllables) {
       if (!out.isEmpty()) out += QLatin1Char(' ');
-      const QString color = syllable.color
-                                ? QString::fromStdString(syllable.color->hex())
-                                : secondary;
+      const QString color =
+          syllable.color ? QString::fromStdString(syllable.color->hex()) : secondary;
       out += QStringLiteral("<span style=\"color:%1\">%2</span>").arg(color, html(syllable.text));
     }
     return out;
@@ -394,8 +393,8 @@ void BubbleWindow::place() {
     return;
   }
   const QSize size = frameGeometry().size();
-  const ScreenRect placed =
-      bubblePlacement(*p.anchor, size.width(), size.height(), screenRect(screen->availableGeometry()));
+  const ScreenRect placed = bubblePlacement(*p.anchor, size.width(), size.height(),
+                                            screenRect(screen->availableGeometry()));
   move(static_cast<int>(placed.x), static_cast<int>(placed.y));
 }
 

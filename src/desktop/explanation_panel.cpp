@@ -29,8 +29,7 @@ struct Explained {
 
 }  // namespace
 
-ExplanationPanel::ExplanationPanel(DesktopContext& context, Background& background,
-                                   QWidget* parent)
+ExplanationPanel::ExplanationPanel(DesktopContext& context, Background& background, QWidget* parent)
     : QWidget(parent),
       context_(context),
       background_(background),
@@ -77,8 +76,10 @@ void ExplanationPanel::setWord(ExplainQuestion question) {
 void ExplanationPanel::retranslate() {
   explain_->setText(QString::fromStdString(context_.loc.t("Expliquer avec l'IA")));
   wrong_->retranslate();
-  if (loading_) text_->setText(QString::fromStdString(context_.loc.t("L'IA réfléchit…")));
-  else if (!answer_.empty()) showAnswer(answer_, answerLanguage_);
+  if (loading_)
+    text_->setText(QString::fromStdString(context_.loc.t("L'IA réfléchit…")));
+  else if (!answer_.empty())
+    showAnswer(answer_, answerLanguage_);
 }
 
 void ExplanationPanel::ask(std::optional<WrongAnswer> wrong) {
@@ -116,8 +117,7 @@ void ExplanationPanel::ask(std::optional<WrongAnswer> wrong) {
                     .notice;
               },
               [this](ModelNotice notice) {
-                if (!notice.text.empty())
-                  context_.toasts.show(notice.text, kModelNoticeTime);
+                if (!notice.text.empty()) context_.toasts.show(notice.text, kModelNoticeTime);
               });
         }
         if (generation != generation_) return;  // a newer word or question

@@ -1,8 +1,9 @@
 #pragma once
 // The bubble's explanation of the word by the language model: a button, "…" while the answer
 // comes, then the answer's sections under their titles, and "Erreur ? Redemander" to ask again
-// with the learner's remark. Building the question and asking run on the bubble's background threads; answers
-// from an earlier word are dropped. Owned by the bubble. Thread contract: main thread only.
+// with the learner's remark. Building the question and asking run on the bubble's background
+// threads; answers from an earlier word are dropped. Owned by the bubble. Thread contract: main
+// thread only.
 
 #include <QWidget>
 #include <cstdint>

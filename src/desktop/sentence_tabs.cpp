@@ -24,7 +24,9 @@ constexpr std::string_view kWrongMessage =
     "La réponse est fausse : elle est oubliée (termes compris) et l'IA recommence avec un modèle "
     "plus solide.";
 
-SentenceAction actionOf(int index) { return static_cast<SentenceAction>(index); }
+SentenceAction actionOf(int index) {
+  return static_cast<SentenceAction>(index);
+}
 
 QString listedHtml(std::string_view mark, const std::vector<ListedWord>& words) {
   QString out = QString::fromUtf8(mark.data(), static_cast<qsizetype>(mark.size()));
@@ -71,7 +73,9 @@ SentenceTabs::SentenceTabs(DesktopContext& context, Background& background, QWid
   retranslate();
 }
 
-SentenceTabs::~SentenceTabs() { dropQuestions(); }
+SentenceTabs::~SentenceTabs() {
+  dropQuestions();
+}
 
 void SentenceTabs::dropQuestions() {
   // A SentenceModel and a std::async future wait for their questions when they go: let them wait
@@ -105,7 +109,9 @@ void SentenceTabs::setSentence(SentenceSelection selection, SynonymRequest synon
   }
 }
 
-void SentenceTabs::start() { open(currentIndex()); }
+void SentenceTabs::start() {
+  open(currentIndex());
+}
 
 void SentenceTabs::retranslate() {
   setTabText(0, QString::fromStdString(context_.loc.t("Traduire")));
@@ -132,18 +138,18 @@ void SentenceTabs::open(int index) {
     const std::vector<std::string> targets =
         sentenceTargets(selection_.languageCode, ai.answerLanguage());
     const std::uint64_t generation = generation_;
-    background_.run(
-        [&ai, targets] { return ai.sentenceSetup(targets); },
-        [this, generation](SentenceSetup setup) {
-          if (generation != generation_) return;
-          answerLanguage_ = setup.answerLanguage;
-          AITitles titles(context_.loc, setup.answerLanguage);
-          model_ = std::make_shared<SentenceModel>(selection_, std::move(setup), std::move(titles),
-                                                   context_.ai.ask(), context_.ai.answers());
-          for (int tab = 0; tab < kSynonymsTab; ++tab)
-            if (opened(tab)) model_->open(actionOf(tab));
-          poll();
-        });
+    background_.run([&ai, targets] { return ai.sentenceSetup(targets); },
+                    [this, generation](SentenceSetup setup) {
+                      if (generation != generation_) return;
+                      answerLanguage_ = setup.answerLanguage;
+                      AITitles titles(context_.loc, setup.answerLanguage);
+                      model_ = std::make_shared<SentenceModel>(selection_, std::move(setup),
+                                                               std::move(titles), context_.ai.ask(),
+                                                               context_.ai.answers());
+                      for (int tab = 0; tab < kSynonymsTab; ++tab)
+                        if (opened(tab)) model_->open(actionOf(tab));
+                      poll();
+                    });
   }
   showAnswer(index);
   timer_->start();
@@ -234,7 +240,8 @@ void SentenceTabs::showAnswer(int index) {
     return;
   }
   QString html;
-  if (page.wrongNotice) html = answerHtml(context_.loc.t(kWrongMessage)) + QStringLiteral("<br><br>");
+  if (page.wrongNotice)
+    html = answerHtml(context_.loc.t(kWrongMessage)) + QStringLiteral("<br><br>");
   const bool message = answer.starts_with(kWarningPrefix);
   if (answer.empty() || message) {
     html += answer.empty() ? QString::fromStdString(context_.loc.t("L'IA n'a pas pu répondre."))
@@ -242,9 +249,9 @@ void SentenceTabs::showAnswer(int index) {
   } else if (index == static_cast<int>(SentenceAction::correct)) {
     const auto read = parseCorrection(answer, selection_.text);
     if (read) {
-      html += QStringLiteral("<b>%1</b>%2").arg(
-          QString::fromStdString(read->corrected).toHtmlEscaped(),
-          read->unchanged ? QStringLiteral(" ✓") : QString());
+      html += QStringLiteral("<b>%1</b>%2")
+                  .arg(QString::fromStdString(read->corrected).toHtmlEscaped(),
+                       read->unchanged ? QStringLiteral(" ✓") : QString());
       if (!read->grammar.empty()) html += QStringLiteral("<br><br>") + answerHtml(read->grammar);
     } else {
       html += answerHtml(answer);

@@ -4,7 +4,8 @@
 // word), each with "Erreur ? Redemander". A tab asks when it is first opened, not before. Who
 // answers is found on the bubble's background threads (it may probe the local model server);
 // answers are polled on the main thread. Questions still running when the sentence changes are
-// waited for there, never on the GUI thread. Owned by the bubble. Thread contract: main thread only.
+// waited for there, never on the GUI thread. Owned by the bubble. Thread contract: main thread
+// only.
 
 #include <QTabWidget>
 #include <array>

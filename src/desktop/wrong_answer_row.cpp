@@ -40,7 +40,8 @@ WrongAnswerRow::WrongAnswerRow(const Loc& loc, QWidget* parent)
 
 void WrongAnswerRow::retranslate() {
   wrong_->setText(QString::fromStdString(loc_.t("Erreur ? Redemander")));
-  remark_->setPlaceholderText(QString::fromStdString(loc_.t("Qu'est-ce qui ne va pas ? (facultatif)")));
+  remark_->setPlaceholderText(
+      QString::fromStdString(loc_.t("Qu'est-ce qui ne va pas ? (facultatif)")));
   remark_->setAccessibleName(remark_->placeholderText());
   again_->setText(QString::fromStdString(loc_.t("Redemander")));
 }

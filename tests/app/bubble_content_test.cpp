@@ -99,7 +99,8 @@ TEST(BubbleContentTest, ChineseHeadwordFollowsTheScriptTheLearnerReads) {
 TEST(BubbleContentTest, ChineseReadInTraditionalCharacters) {
   StoreServices services;
   const BubbleContent content = bubbleContent(
-      chinese("學習", {{"學習", "学习", "xue2 xi2", {"to learn"}}}, "我們一起學習。", 4), services.loc);
+      chinese("學習", {{"學習", "学习", "xue2 xi2", {"to learn"}}}, "我們一起學習。", 4),
+      services.loc);
   EXPECT_TRUE(content.traditional);
   EXPECT_EQ(content.record.word, "學習");
 }
@@ -151,9 +152,10 @@ TEST(BubbleContentTest, SentenceTargetsAvoidTheSentencesOwnLanguage) {
 TEST(BubbleContentTest, GuessedNameBecomesANoteNotASense) {
   StoreServices services;
   const std::string name = services.loc.t("nom propre (translittération probable)");
-  const BubbleContent content = bubbleContent(
-      chinese("泽连斯基", {{"澤連斯基", "泽连斯基", "ze2 lian2 si1 ji1", {name}}}, "泽连斯基说。", 0),
-      services.loc);
+  const BubbleContent content =
+      bubbleContent(chinese("泽连斯基", {{"澤連斯基", "泽连斯基", "ze2 lian2 si1 ji1", {name}}},
+                            "泽连斯基说。", 0),
+                    services.loc);
   ASSERT_EQ(content.senses.size(), 1u);
   EXPECT_TRUE(content.senses[0].defs.empty());
   EXPECT_EQ(content.reading.text, "zé lián sī jī");
@@ -163,7 +165,8 @@ TEST(BubbleContentTest, GuessedNameBecomesANoteNotASense) {
 
 TEST(BubbleContentTest, FrenchElidedWordNotesTheElision) {
   StoreServices services;
-  HoverResult result = word("école", Language::fr, {{"école", "", {"school"}}}, "Voici l'école.", 8);
+  HoverResult result =
+      word("école", Language::fr, {{"école", "", {"school"}}}, "Voici l'école.", 8);
   std::get<HoverResult::Word>(result.value).elided = "le";
   const BubbleContent content = bubbleContent(result, services.loc);
   EXPECT_EQ(content.headword, "école");
@@ -232,12 +235,12 @@ TEST(BubbleContentTest, WordRangeInItsSentence) {
     std::string expected;
   };
   for (const auto& row : std::vector<Row>{
-           {"", "école", 0, "(none)"},                         // no sentence
-           {"Il pleut.", "école", 10, "(none)"},                // the word is not there
+           {"", "école", 0, "(none)"},            // no sentence
+           {"Il pleut.", "école", 10, "(none)"},  // the word is not there
            {"Le chat et le chien.", "le", 20, "[Le] chat et le chien."},
-           {"Le chat et le chien.", "chien", 3, "(none)"},      // could not start that late
-           {"😀 学习很好", "学习", 3, "😀 [学习]很好"},  // 😀 counts two UTF-16 units
-           {"😀 学习很好", "学习", 2, "(none)"},  // so a bound of 2 rules it out
+           {"Le chat et le chien.", "chien", 3, "(none)"},  // could not start that late
+           {"😀 学习很好", "学习", 3, "😀 [学习]很好"},       // 😀 counts two UTF-16 units
+           {"😀 学习很好", "学习", 2, "(none)"},             // so a bound of 2 rules it out
            {"abc", "", 0, "(none)"},
            {"bad \xff utf-8", "bad", 0, "(none)"},
        }) {

@@ -61,7 +61,8 @@ struct AIBubble {
         return testing::ScriptedReply{
             200, FakeProviders::chatAnswer("≈ 学 (xué) = apprendre ; 念书 (niànshū) = étudier")};
       if (request.body.find("Décortique") != std::string::npos)
-        return testing::ScriptedReply{200, FakeProviders::chatAnswer("Structure : 我们 + 一起 + 学习")};
+        return testing::ScriptedReply{200,
+                                      FakeProviders::chatAnswer("Structure : 我们 + 一起 + 学习")};
       if (request.body.find("Traduis") != std::string::npos)
         return testing::ScriptedReply{
             200, FakeProviders::chatAnswer("anglais : We **study** Chinese together.")};
@@ -92,10 +93,12 @@ TEST(BubbleAITest, ExplanationComesInSectionsAndCanBeAskedAgainWithARemark) {
   ASSERT_TRUE(until([&] { return text->text().contains(QStringLiteral("apprendre")); }));
   EXPECT_TRUE(text->text().contains(QStringLiteral("<b>Sens</b>")));
   EXPECT_TRUE(text->text().contains(QStringLiteral("<b>Expression</b>")));
-  EXPECT_EQ(panel->answer(), "Sens : apprendre, étudier\nExpression : 学习中文 = apprendre le chinois");
+  EXPECT_EQ(panel->answer(),
+            "Sens : apprendre, étudier\nExpression : 学习中文 = apprendre le chinois");
   const std::string first = t.providers.last(FakeProviders::kLocal).body;
   EXPECT_NE(first.find("学习"), std::string::npos);
-  EXPECT_NE(first.find("我们一起【学习】中文"), std::string::npos);  // the word marked in its sentence
+  EXPECT_NE(first.find("我们一起【学习】中文"),
+            std::string::npos);  // the word marked in its sentence
 
   auto* wrong = panel->findChild<QPushButton*>(QStringLiteral("wrongButton"));
   auto* remark = panel->findChild<QLineEdit*>(QStringLiteral("remarkField"));
@@ -113,7 +116,8 @@ TEST(BubbleAITest, ExplanationComesInSectionsAndCanBeAskedAgainWithARemark) {
   EXPECT_TRUE(t.bubble.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
   EXPECT_TRUE(t.bubble.visible());
   EXPECT_TRUE(text->text().contains(QStringLiteral("La réponse est fausse")));
-  ASSERT_TRUE(until([&] { return t.providers.hits(FakeProviders::kLocal) == 2 && !panel->answer().empty(); }));
+  ASSERT_TRUE(until(
+      [&] { return t.providers.hits(FakeProviders::kLocal) == 2 && !panel->answer().empty(); }));
   const std::string retry = t.providers.last(FakeProviders::kLocal).body;
   EXPECT_NE(retry.find("ATTENTION"), std::string::npos);
   EXPECT_NE(retry.find("c'est un verbe ici"), std::string::npos);
@@ -144,7 +148,8 @@ TEST(BubbleAITest, SentenceTabsAskWhenFirstOpened) {
   EXPECT_TRUE(tabs->isVisibleTo(&t.bubble));
   EXPECT_TRUE(tabs->opened(0));
   for (int index = 1; index < SentenceTabs::kTabs; ++index) EXPECT_FALSE(tabs->opened(index));
-  ASSERT_TRUE(until([&] { return tabs->answerLabel(0)->text().contains(QStringLiteral("Chinese")); }));
+  ASSERT_TRUE(
+      until([&] { return tabs->answerLabel(0)->text().contains(QStringLiteral("Chinese")); }));
   EXPECT_TRUE(tabs->answerLabel(0)->text().contains(QStringLiteral("<b>study</b>")));
   EXPECT_EQ(t.providers.hits(FakeProviders::kLocal), 1);
 
@@ -154,11 +159,13 @@ TEST(BubbleAITest, SentenceTabsAskWhenFirstOpened) {
   ASSERT_TRUE(until([&] {
     return tabs->answerLabel(SentenceTabs::kSynonymsTab)->text().contains(QStringLiteral("念书"));
   }));
-  EXPECT_TRUE(tabs->answerLabel(SentenceTabs::kSynonymsTab)->text().startsWith(QStringLiteral("≈")));
+  EXPECT_TRUE(
+      tabs->answerLabel(SentenceTabs::kSynonymsTab)->text().startsWith(QStringLiteral("≈")));
   EXPECT_EQ(t.providers.hits(FakeProviders::kLocal), 2);
 
   tabs->setCurrentIndex(1);
-  ASSERT_TRUE(until([&] { return tabs->answerLabel(1)->text().contains(QStringLiteral("我们 + 一起")); }));
+  ASSERT_TRUE(
+      until([&] { return tabs->answerLabel(1)->text().contains(QStringLiteral("我们 + 一起")); }));
   EXPECT_EQ(t.providers.hits(FakeProviders::kLocal), 3);
 }
 

@@ -52,7 +52,9 @@ T* part(BubbleWindow& bubble, const char* name) {
   return found;
 }
 
-bool shown(BubbleWindow& bubble, QWidget* widget) { return widget->isVisibleTo(&bubble); }
+bool shown(BubbleWindow& bubble, QWidget* widget) {
+  return widget->isVisibleTo(&bubble);
+}
 
 TEST(BubbleWindowTest, OpensBesideThePointOnItsScreenWithoutTakingFocus) {
   BubbleWorld world;
@@ -132,7 +134,8 @@ TEST(BubbleWindowTest, ShowsTheWordItsReadingAndItsSentence) {
   EXPECT_TRUE(shown(bubble, notes));
 
   // For a look at it: not compared with anything.
-  bubble.grab().save(QCoreApplication::applicationDirPath() + QStringLiteral("/bubble_window_test.png"));
+  bubble.grab().save(QCoreApplication::applicationDirPath() +
+                     QStringLiteral("/bubble_window_test.png"));
 }
 
 TEST(BubbleWindowTest, KeepKeepAgainAndRemoveOnceGoThroughTheStore) {
@@ -223,7 +226,8 @@ TEST(BubbleWindowTest, SwitchingTheInterfaceLanguageRedrawsEveryText) {
 
   world.settings.overrideForRun("uiLang", std::string("en"));
   emit world.events.languageChanged();
-  EXPECT_TRUE(keep->text().startsWith(QStringLiteral("Keep this word"))) << keep->text().toStdString();
+  EXPECT_TRUE(keep->text().startsWith(QStringLiteral("Keep this word")))
+      << keep->text().toStdString();
   EXPECT_EQ(sentence->text(), QStringLiteral("Sentence…"));
   EXPECT_EQ(tabs->tabText(0), QStringLiteral("Translate"));
   EXPECT_EQ(tabs->tabText(3), QStringLiteral("Synonyms and opposites"));

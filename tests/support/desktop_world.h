@@ -52,15 +52,18 @@ struct BubbleWorld {
   ReviewCounts counts{settings, clock};
   CurlLibrary curl;
   MemorySecretStore secrets;
-  AIServices ai{settings, loc,
-                log,      clock,
-                secrets,  [](std::string_view) { return std::optional<std::string>(); },
+  AIServices ai{settings,
+                loc,
+                log,
+                clock,
+                secrets,
+                [](std::string_view) { return std::optional<std::string>(); },
                 folders.data / "reponses-ia.json"};
   desktop::Trace trace{dir.path() / "trace.jsonl"};
   desktop::Toasts toasts;
   desktop::DesktopEvents events;
-  desktop::DesktopContext context{settings, loc,   log,        clock, folders, store,
-                                  counts,   ai,    dictionary, trace, toasts,  events};
+  desktop::DesktopContext context{settings, loc, log,        clock, folders, store,
+                                  counts,   ai,  dictionary, trace, toasts,  events};
 
   BubbleWorld() {
     application();
