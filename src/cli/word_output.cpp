@@ -5,12 +5,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <sstream>
 
-#include "app/sentence.h"
+#include "app/bubble_content.h"
 #include "cli/zh_output.h"
 #include "dict/pinyin.h"
-#include "text/unicode.h"
 
 namespace vesko::cli {
 namespace {
@@ -29,34 +27,29 @@ bool colourOn() {
 std::string colouredPinyin(std::string_view numbered, bool colour) {
   if (!colour) return Pinyin::marked(numbered);
   std::string out;
-  std::istringstream words{std::string(numbered)};
-  std::string syllable;
-  while (words >> syllable) {
+  for (const auto& syllable : pinyinReading(numbered).syllables) {
     if (!out.empty()) out += ' ';
-    auto tones = Pinyin::tones(syllable);
-    auto rgb = tones.empty() ? std::nullopt : Pinyin::toneColor(tones.front());
-    if (!rgb) {
-      out += Pinyin::marked(syllable);
+    if (!syllable.color) {
+      out += syllable.text;
       continue;
     }
+    const Rgb& rgb = *syllable.color;
     auto byte = [](double v) { return static_cast<int>(std::clamp(v, 0.0, 1.0) * 255.0 + 0.5); };
-    out += fmt::format("\x1b[38;2;{};{};{}m{}\x1b[0m", byte(rgb->red), byte(rgb->green),
-                       byte(rgb->blue), Pinyin::marked(syllable));
+    out += fmt::format("\x1b[38;2;{};{};{}m{}\x1b[0m", byte(rgb.red), byte(rgb.green),
+                       byte(rgb.blue), syllable.text);
   }
   return out;
 }
 
 std::string highlighted(const std::string& sentence, const std::string& word, bool colour) {
-  auto sentence16 = text::fromUtf8(sentence).value_or(u"");
-  auto word16 = text::fromUtf8(word).value_or(u"");
-  std::size_t at = findCaseless(sentence16, word16);
-  if (at == std::u16string::npos) return sentence;
-  std::u16string_view s = sentence16;
-  const std::string before = text::toUtf8(s.substr(0, at));
-  const std::string found = text::toUtf8(s.substr(at, word16.size()));
-  const std::string after = text::toUtf8(s.substr(at + word16.size()));
-  if (colour) return before + "\x1b[1;4m" + found + "\x1b[0m" + after;
-  return before + "[" + found + "]" + after;
+  const auto range = findWordInSentence(sentence, word);
+  if (!range) return sentence;
+  const std::string_view s = sentence;
+  const std::string_view before = s.substr(0, range->begin);
+  const std::string_view found = s.substr(range->begin, range->end - range->begin);
+  const std::string_view after = s.substr(range->end);
+  if (colour) return fmt::format("{}\x1b[1;4m{}\x1b[0m{}", before, found, after);
+  return fmt::format("{}[{}]{}", before, found, after);
 }
 
 std::string joined(const std::vector<std::string>& defs) {

@@ -6,6 +6,8 @@
 // Thread contract: main thread only; AI answers are taken in on the main thread.
 
 #include <QWidget>
+#include <memory>
+#include <string_view>
 
 #include "app/bubble.h"
 #include "desktop/desktop_context.h"
@@ -26,8 +28,27 @@ class BubbleWindow final : public QWidget, public Bubble {
   void close() override;
   bool onWayTowards(ScreenPoint pointer) const override;
 
+ public slots:
+  // The keep row's three actions, as its buttons trigger them.
+  void keepWord();
+  void keepAgain();
+  void removeOnce();
+  // Shows or hides the sentence's tabs; shown, the current tab asks.
+  void openSentence();
+  // Draws every text again in the interface language.
+  void retranslate();
+
  private:
   struct Parts;
+  void startWord();
+  void drawContent();
+  void drawKeepRow();
+  void traceKeep(std::string_view event, long long hits);
+  // Lets the window take the keyboard (a remark is typed) or gives it back.
+  void allowTyping(bool on);
+  void refit();
+  void place();
+
   DesktopContext& context_;
   std::unique_ptr<Parts> parts_;
 };

@@ -215,6 +215,15 @@ constexpr LocRow kRows[] = {
   {"Réviser en avance", "Review ahead"},
   {"Espace ou Entrée : montrer la réponse", "Space or Enter: show the answer"},
   {"Touches 1 à 5 : ta note", "Keys 1 to 5: your grade"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "elision: “%@” before this word"},
+  {"Expliquer avec l'IA", "Explain with AI"},
+  {"Phrase…", "Sentence…"},
+  {"Traduire", "Translate"},
+  {"L'IA réfléchit…", "The AI is thinking…"},
+  {"Gardé %d fois", "Kept %d times"},
+  {"Redemander", "Ask again"},
 };
 // clang-format on
 

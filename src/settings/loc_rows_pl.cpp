@@ -216,6 +216,15 @@ constexpr LocRow kRows[] = {
   {"Réviser en avance", "Powtórz z wyprzedzeniem"},
   {"Espace ou Entrée : montrer la réponse", "Spacja lub Enter: pokaż odpowiedź"},
   {"Touches 1 à 5 : ta note", "Klawisze od 1 do 5: twoja ocena"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "elizja: „%@” przed tym słowem"},
+  {"Expliquer avec l'IA", "Wyjaśnij z AI"},
+  {"Phrase…", "Zdanie…"},
+  {"Traduire", "Przetłumacz"},
+  {"L'IA réfléchit…", "AI myśli…"},
+  {"Gardé %d fois", "Zachowane %d razy"},
+  {"Redemander", "Zapytaj ponownie"},
 };
 // clang-format on
 

@@ -216,6 +216,15 @@ constexpr LocRow kRows[] = {
   {"Réviser en avance", "Повторить заранее"},
   {"Espace ou Entrée : montrer la réponse", "Пробел или Enter: показать ответ"},
   {"Touches 1 à 5 : ta note", "Клавиши от 1 до 5: твоя оценка"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "элизия: «%@» перед этим словом"},
+  {"Expliquer avec l'IA", "Объяснить с помощью ИИ"},
+  {"Phrase…", "Предложение…"},
+  {"Traduire", "Перевести"},
+  {"L'IA réfléchit…", "ИИ думает…"},
+  {"Gardé %d fois", "Сохранено раз: %d"},
+  {"Redemander", "Спросить снова"},
 };
 // clang-format on
 

@@ -215,6 +215,15 @@ constexpr LocRow kRows[] = {
   {"Réviser en avance", "ทบทวนล่วงหน้า"},
   {"Espace ou Entrée : montrer la réponse", "Space หรือ Enter: แสดงคำตอบ"},
   {"Touches 1 à 5 : ta note", "ปุ่ม 1 ถึง 5: คะแนนของคุณ"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "การละเสียง: “%@” หน้าคำนี้"},
+  {"Expliquer avec l'IA", "อธิบายด้วย AI"},
+  {"Phrase…", "ประโยค…"},
+  {"Traduire", "แปล"},
+  {"L'IA réfléchit…", "AI กำลังคิด…"},
+  {"Gardé %d fois", "เก็บไว้ %d ครั้ง"},
+  {"Redemander", "ถามใหม่"},
 };
 // clang-format on
 

@@ -215,6 +215,15 @@ constexpr LocRow kRows[] = {
   {"Réviser en avance", "提前复习"},
   {"Espace ou Entrée : montrer la réponse", "空格或回车：显示答案"},
   {"Touches 1 à 5 : ta note", "按 1 到 5：你的评分"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "省音：此词前省去了“%@”"},
+  {"Expliquer avec l'IA", "用 AI 解释"},
+  {"Phrase…", "句子…"},
+  {"Traduire", "翻译"},
+  {"L'IA réfléchit…", "AI 正在思考…"},
+  {"Gardé %d fois", "已收藏 %d 次"},
+  {"Redemander", "重新提问"},
 };
 // clang-format on
 

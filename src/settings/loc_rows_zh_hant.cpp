@@ -215,6 +215,15 @@ constexpr LocRow kRows[] = {
   {"Réviser en avance", "提前複習"},
   {"Espace ou Entrée : montrer la réponse", "空白鍵或 Enter：顯示答案"},
   {"Touches 1 à 5 : ta note", "按 1 到 5：你的評分"},
+
+  // The bubble
+  {"élision : « %@ » devant ce mot", "省音：此詞前省去了「%@」"},
+  {"Expliquer avec l'IA", "用 AI 解釋"},
+  {"Phrase…", "句子…"},
+  {"Traduire", "翻譯"},
+  {"L'IA réfléchit…", "AI 正在思考…"},
+  {"Gardé %d fois", "已收藏 %d 次"},
+  {"Redemander", "重新提問"},
 };
 // clang-format on
 
