@@ -143,6 +143,17 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d dn."},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "Lokalna AI jest niedostępna: uruchom lokalny serwer modelu albo wybierz Claude lub DeepSeek w Ustawieniach → AI."},
+  // The desktop app's status item
+  {"Vesko ne joint pas le bus d'accessibilité : le texte des autres programmes reste illisible.", "Vesko nie łączy się z magistralą dostępności: tekstu innych programów nie da się odczytać."},
+  {"Lance at-spi2-core, ou ouvre une session de bureau.", "Uruchom at-spi2-core albo zaloguj się do sesji pulpitu."},
+  {"Session Wayland : Vesko ne voit ni le pointeur ni l'écran des autres programmes.", "Sesja Wayland: Vesko nie widzi ani wskaźnika, ani ekranu innych programów."},
+  {"Ouvre une session X11 (Xorg) pour lire au survol.", "Zaloguj się do sesji X11 (Xorg), aby czytać po najechaniu kursorem."},
+  {"Alt+X est déjà pris par un autre programme.", "Alt+X jest już zajęty przez inny program."},
+  {"Libère Alt+X dans cet autre programme, puis relance Vesko.", "Zwolnij Alt+X w tamtym programie, a potem uruchom Vesko ponownie."},
+  {"Réglages…", "Ustawienia…"},
+  {"Révision (%d)", "Powtórka (%d)"},
+  {"Quitter Vesko", "Zamknij Vesko"},
+  {"chargement du dictionnaire…", "wczytywanie słownika…"},
 };
 // clang-format on
 

@@ -142,6 +142,17 @@ constexpr LocRow kRows[] = {
   {"%d j", "%d 天"},
   // The local model server that stands in for the on-device model
   {"L'IA locale n'est pas disponible : lance un serveur de modèle local, ou choisis Claude ou DeepSeek dans Réglages → IA.", "本機 AI 無法使用：請啟動本機模型伺服器，或在設定 → AI 中選擇 Claude 或 DeepSeek。"},
+  // The desktop app's status item
+  {"Vesko ne joint pas le bus d'accessibilité : le texte des autres programmes reste illisible.", "Vesko 連不上無障礙匯流排：讀不到其他程式的文字。"},
+  {"Lance at-spi2-core, ou ouvre une session de bureau.", "請啟動 at-spi2-core，或登入桌面工作階段。"},
+  {"Session Wayland : Vesko ne voit ni le pointeur ni l'écran des autres programmes.", "Wayland 工作階段：Vesko 看不到指標，也看不到其他程式的螢幕。"},
+  {"Ouvre une session X11 (Xorg) pour lire au survol.", "請登入 X11（Xorg）工作階段，才能滑鼠停留讀取。"},
+  {"Alt+X est déjà pris par un autre programme.", "Alt+X 已被其他程式占用。"},
+  {"Libère Alt+X dans cet autre programme, puis relance Vesko.", "請在那個程式裡釋放 Alt+X，然後重新啟動 Vesko。"},
+  {"Réglages…", "設定…"},
+  {"Révision (%d)", "複習（%d）"},
+  {"Quitter Vesko", "結束 Vesko"},
+  {"chargement du dictionnaire…", "正在載入詞典…"},
 };
 // clang-format on
 
