@@ -8,6 +8,7 @@
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <X11/Xlib.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -49,8 +50,16 @@ void xdotool(const std::string& arguments) {
   vesko::testing::runCommand("xdotool " + arguments);
 }
 
+// NumLock's modifier (Mod2 on the server's default keymap) as the server holds it.
 bool numLockOn() {
-  return vesko::testing::runCommand("xset q").out.find("Num Lock:   on") != std::string::npos;
+  Display* display = XOpenDisplay(nullptr);
+  if (display == nullptr) return false;
+  Window root = 0, child = 0;
+  int rootX = 0, rootY = 0, x = 0, y = 0;
+  unsigned int mask = 0;
+  XQueryPointer(display, DefaultRootWindow(display), &root, &child, &rootX, &rootY, &x, &y, &mask);
+  XCloseDisplay(display);
+  return (mask & Mod2Mask) != 0;
 }
 
 // Alt+X presses the hotkey has seen, waiting up to 5 s for `expected` of them.
@@ -102,9 +111,9 @@ TEST_F(X11PiecesTest, HotkeyCountsAltXAlsoWithNumLock) {
   ASSERT_FALSE(numLockOn());
   xdotool("key alt+x");
   EXPECT_EQ(pressesSeen(**hotkey, 1), 1);
-  // X alone, and Alt with another key, are not the shortcut.
-  xdotool("key x key alt+y");
-  EXPECT_EQ(pressesSeen(**hotkey, 1), 0);
+  // X alone, and Alt with another key, are not the shortcut: of these, only the last counts.
+  xdotool("key x key alt+y key alt+x");
+  EXPECT_EQ(pressesSeen(**hotkey, 1), 1);
 
   xdotool("key Num_Lock");
   ASSERT_TRUE(numLockOn());
