@@ -66,7 +66,7 @@ struct DesktopApp::Parts {
         hant(cedict),
         loc(settings, tables, hant, preferredLanguages(environment)),
         log(folders.logFile(), settings, clock),
-        loader(cedict, log),
+        loader(cedict, log, Resources::find("cedict", "txt"), Resources::find("unihan", "tsv")),
         store(folders.wordsFile(), clock, log, loc),
         counts(settings, clock),
         ai(settings, loc, log, clock, secrets, environment, folders.data / AnswerCache::kFileName),

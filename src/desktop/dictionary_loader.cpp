@@ -4,12 +4,16 @@
 
 #include <QMetaObject>
 
-#include "settings/resources.h"
 
 namespace vesko::desktop {
 
-DictionaryLoader::DictionaryLoader(CEDict& dictionary, Log& log)
-    : dictionary_(dictionary), log_(log), thread_([this] { load(); }) {}
+DictionaryLoader::DictionaryLoader(CEDict& dictionary, Log& log, std::filesystem::path cedict,
+                                   std::filesystem::path unihan)
+    : dictionary_(dictionary),
+      log_(log),
+      cedict_(std::move(cedict)),
+      unihan_(std::move(unihan)),
+      thread_([this] { load(); }) {}
 
 DictionaryLoader::~DictionaryLoader() {
   thread_.join();
@@ -17,13 +21,12 @@ DictionaryLoader::~DictionaryLoader() {
 
 void DictionaryLoader::load() {
   const auto start = std::chrono::steady_clock::now();
-  const auto cedict = Resources::find("cedict", "txt");
-  if (cedict.empty()) {
-    log_.log(fmt::format("dictionnaire : {} introuvable", Resources::expected("cedict", "txt").string()));
+  if (cedict_.empty()) {
+    log_.log("dictionnaire : cedict.txt introuvable (scripts/fetch-data)");
   } else {
-    auto stats = dictionary_.load(cedict, Resources::find("unihan", "tsv"));
+    auto stats = dictionary_.load(cedict_, unihan_);
     if (!stats)
-      log_.log(fmt::format("dictionnaire : {} illisible", cedict.string()));
+      log_.log(fmt::format("dictionnaire : {} illisible", cedict_.string()));
     else
       log_.log(fmt::format("dictionnaire : {} entrées chargées", stats->entries));
   }

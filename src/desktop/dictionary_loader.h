@@ -7,6 +7,7 @@
 #include <QObject>
 #include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 #include "app/read_request.h"
@@ -18,8 +19,10 @@ namespace vesko::desktop {
 class DictionaryLoader final : public QObject, public DictionariesLoaded {
   Q_OBJECT
  public:
-  // Starts the load of resources "cedict.txt" and "unihan.tsv" at once.
-  DictionaryLoader(CEDict& dictionary, Log& log);
+  // Starts the load of `cedict` (the main file; empty when it is missing) and `unihan` (the
+  // single-character supplement, may be empty) at once.
+  DictionaryLoader(CEDict& dictionary, Log& log, std::filesystem::path cedict,
+                   std::filesystem::path unihan);
   ~DictionaryLoader() override;
 
   bool loaded() const override { return done_.load(std::memory_order_acquire); }
@@ -33,6 +36,8 @@ class DictionaryLoader final : public QObject, public DictionariesLoaded {
 
   CEDict& dictionary_;
   Log& log_;
+  const std::filesystem::path cedict_;
+  const std::filesystem::path unihan_;
   std::atomic<bool> done_{false};
   std::thread thread_;  // last: starts once the rest is in place
 };
