@@ -29,6 +29,13 @@ int main(int argc, char** argv) {
       return 0;
     }
   }
+  // Qt would abort without a display to connect to; say what is missing instead.
+  const vesko::Environment environment = vesko::processEnvironment();
+  if (!environment("DISPLAY") && !environment("WAYLAND_DISPLAY") &&
+      !environment("QT_QPA_PLATFORM")) {
+    std::cerr << "vesko-desktop: no display (DISPLAY is not set): start it from a desktop session\n";
+    return 2;
+  }
   // Before anything that may hold unsaved kept words: a logout's SIGTERM lets the app write
   // them, then ends it as the signal would have.
   vesko::ExitSignals exitSignals;
@@ -45,7 +52,7 @@ int main(int argc, char** argv) {
     std::cerr << "vesko-desktop: " << request.error() << '\n' << vesko::desktop::kUsage;
     return 2;
   }
-  const QString name = vesko::desktop::SingleInstance::serverName(vesko::processEnvironment());
+  const QString name = vesko::desktop::SingleInstance::serverName(environment);
   if (vesko::desktop::SingleInstance::handOver(name, *request)) return 0;
   if (*request == LaunchRequest::quit) {
     std::cerr << "vesko-desktop: Vesko is not running\n";

@@ -94,7 +94,8 @@ void StatusItem::retranslate() {
   const Loc& loc = context_.loc;
   std::string line = statusLine(loc, on_, kShortcut);
   if (loading_) line += " · " + loc.t("chargement du dictionnaire…");
-  const QString status = QStringLiteral("Vesko : ") + QString::fromStdString(line);
+  // The product name needs no translation; a dash reads alike in every language.
+  const QString status = QStringLiteral("Vesko — ") + QString::fromStdString(line);
   status_->setText(status);
   QString tooltip = status;
   icon_.setIcon(drawnIcon(on_));
