@@ -144,7 +144,7 @@ DesktopApp::DesktopApp(QElapsedTimer started, LaunchRequest request)
           });
 
   const bool tray = p.status.show();
-  if (!tray) std::cerr << "vesko-desktop: no system tray on this desktop; running without an icon\n";
+  if (!tray) std::cerr << "vesko-desktop: no system tray yet; the icon shows once one starts\n";
   p.trace.event("ready", {{"ms", sinceStart()}, {"tray", tray}});
 
   if (p.altX.problem()) {

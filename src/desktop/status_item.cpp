@@ -66,12 +66,11 @@ StatusItem::StatusItem(DesktopContext& context) : context_(context) {
 }
 
 bool StatusItem::show() {
-  if (!QSystemTrayIcon::isSystemTrayAvailable()) {
-    context_.log.log("barre d'état : pas de zone de notification sur ce bureau");
-    return false;
-  }
+  // Shown either way: a tray that starts after the app still takes the icon.
   icon_.show();
-  return true;
+  if (QSystemTrayIcon::isSystemTrayAvailable()) return true;
+  context_.log.log("barre d'état : pas de zone de notification sur ce bureau");
+  return false;
 }
 
 void StatusItem::setOn(bool on) {

@@ -22,7 +22,7 @@ class StatusItem final : public QObject {
  public:
   explicit StatusItem(DesktopContext& context);
 
-  // Shows the icon; false when the desktop has no system tray.
+  // Shows the icon; false when the desktop has no system tray (yet).
   bool show();
   void setOn(bool on);
   // While the dictionary loads, the status line says so.
