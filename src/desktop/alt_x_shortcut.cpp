@@ -5,8 +5,8 @@ namespace vesko::desktop {
 AltXShortcut::AltXShortcut(QObject* parent) : QObject(parent) {
   auto opened = X11Hotkey::open();
   if (!opened) {
-    problem_ = opened.error();
-    taken_ = opened.error().find("another program") != std::string::npos;
+    problem_ = opened.error().message;
+    taken_ = opened.error().kind == HotkeyError::Kind::taken;
     return;
   }
   hotkey_ = std::move(*opened);

@@ -50,7 +50,7 @@ class HoverLoop final : public QObject {
   // Notes when each generation's read started, for the bubble's trace line.
   class StartTimes final : public Reader {
    public:
-    StartTimes(const SteadyClock& clock) : clock_(clock) {}
+    explicit StartTimes(const SteadyClock& clock) : clock_(clock) {}
     void bind(Reader& inner) { inner_ = &inner; }
     void start(ReadRequest request) override;
     std::optional<double> startOf(std::uint64_t generation) const;

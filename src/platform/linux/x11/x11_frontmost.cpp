@@ -22,7 +22,7 @@ std::expected<std::unique_ptr<X11Frontmost>, std::string> X11Frontmost::open(
   auto connection = std::make_unique<Connection>();
   connection->display = XOpenDisplay(displayName.empty() ? nullptr : displayName.c_str());
   if (connection->display == nullptr)
-    return std::unexpected("no X11 display to ask for the active window (DISPLAY)");
+    return std::unexpected("pas d'écran X11 pour la fenêtre active (DISPLAY)");
   connection->root = DefaultRootWindow(connection->display);
   connection->activeWindow = XInternAtom(connection->display, "_NET_ACTIVE_WINDOW", False);
   return std::unique_ptr<X11Frontmost>(new X11Frontmost(std::move(connection)));

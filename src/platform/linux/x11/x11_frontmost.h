@@ -13,7 +13,7 @@ namespace vesko {
 
 class X11Frontmost final : public FrontmostApplication {
  public:
-  // An error sentence when no X display can be opened.
+  // An error sentence (French, for the log) when no X display can be opened.
   static std::expected<std::unique_ptr<X11Frontmost>, std::string> open(
       const std::string& displayName = {});
   ~X11Frontmost() override;

@@ -36,16 +36,17 @@ struct X11Hotkey::Connection {
   }
 };
 
-std::expected<std::unique_ptr<X11Hotkey>, std::string> X11Hotkey::open(
+std::expected<std::unique_ptr<X11Hotkey>, HotkeyError> X11Hotkey::open(
     const std::string& displayName) {
   auto connection = std::make_unique<Connection>();
   connection->display = XOpenDisplay(displayName.empty() ? nullptr : displayName.c_str());
   if (connection->display == nullptr)
-    return std::unexpected("no X11 display to listen for Alt+X on (DISPLAY)");
+    return std::unexpected(HotkeyError{HotkeyError::Kind::noDisplay, "pas d'écran X11 (DISPLAY)"});
   Display* display = connection->display;
   connection->root = DefaultRootWindow(display);
   connection->key = XKeysymToKeycode(display, XK_x);
-  if (connection->key == 0) return std::unexpected("the keyboard has no X key");
+  if (connection->key == 0)
+    return std::unexpected(HotkeyError{HotkeyError::Kind::failed, "le clavier n'a pas de touche X"});
   // Without this a held key sends release-press pairs, each pair a new press.
   XkbSetDetectableAutoRepeat(display, True, nullptr);
 
@@ -57,9 +58,11 @@ std::expected<std::unique_ptr<X11Hotkey>, std::string> X11Hotkey::open(
              GrabModeAsync);
   const int error = trap.sync();
   if (error == BadAccess)
-    return std::unexpected("another program already uses Alt+X");
-  if (error != Success) return std::unexpected("Alt+X could not be set up (X error " +
-                                               std::to_string(error) + ")");
+    return std::unexpected(
+        HotkeyError{HotkeyError::Kind::taken, "Alt+X est déjà pris par un autre programme"});
+  if (error != Success)
+    return std::unexpected(HotkeyError{HotkeyError::Kind::failed,
+                                       "erreur X " + std::to_string(error) + " en prenant Alt+X"});
   return std::unique_ptr<X11Hotkey>(new X11Hotkey(std::move(connection)));
 }
 

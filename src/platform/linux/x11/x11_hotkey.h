@@ -10,11 +10,17 @@
 
 namespace vesko {
 
+struct HotkeyError {
+  enum class Kind { noDisplay, taken, failed };
+  Kind kind;
+  std::string message;  // French, for the diagnostic log
+};
+
 class X11Hotkey {
  public:
-  // Grabs Alt+X. An error sentence when there is no display, or when another program already
-  // holds Alt+X (the server's BadAccess): never a crash.
-  static std::expected<std::unique_ptr<X11Hotkey>, std::string> open(
+  // Grabs Alt+X. An error when there is no display, or when another program already holds Alt+X
+  // (the server's BadAccess): never a crash.
+  static std::expected<std::unique_ptr<X11Hotkey>, HotkeyError> open(
       const std::string& displayName = {});
   ~X11Hotkey();
   X11Hotkey(const X11Hotkey&) = delete;

@@ -25,7 +25,7 @@ bool buttonInMask(unsigned int mask) {
 std::expected<std::unique_ptr<X11Pointer>, std::string> X11Pointer::open(
     const std::string& displayName) {
   Display* display = XOpenDisplay(displayName.empty() ? nullptr : displayName.c_str());
-  if (display == nullptr) return std::unexpected("no X11 display to follow the pointer on (DISPLAY)");
+  if (display == nullptr) return std::unexpected("pas d'écran X11 pour suivre le pointeur (DISPLAY)");
   auto connection = std::make_unique<Connection>();
   connection->display = display;
   connection->root = DefaultRootWindow(display);

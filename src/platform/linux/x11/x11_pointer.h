@@ -13,7 +13,7 @@ namespace vesko {
 
 class X11Pointer final : public PointerSource {
  public:
-  // An error sentence when no X display can be opened ($DISPLAY unset, the server gone).
+  // An error sentence (French, for the log) when no X display can be opened.
   static std::expected<std::unique_ptr<X11Pointer>, std::string> open(
       const std::string& displayName = {});
   ~X11Pointer() override;
