@@ -1,7 +1,8 @@
 // The desktop shell's X11 pieces and the app itself on a real (headless) X server: the pointer
 // as XQueryPointer reports it, Alt+X grabbed with and without NumLock, a second grab refused
-// with an error rather than a crash, and vesko-desktop writing its trace (ready, toggle, bubble)
-// and obeying --quit. Runs on the desktop of the e2e_desktop fixture.
+// with an error rather than a crash, the active window's class as the application in front, and
+// vesko-desktop writing its trace (ready, toggle, bubble) and obeying --quit. Runs on the
+// desktop of the e2e_desktop fixture.
 
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -21,6 +22,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/linux/x11/x11_frontmost.h"
 #include "platform/linux/x11/x11_hotkey.h"
 #include "platform/linux/x11/x11_pointer.h"
 #include "settings/resources.h"
@@ -207,6 +209,56 @@ int runDesktop(const std::string& option) {
   return vesko::testing::runCommand(std::string(VESKO_DESKTOP) + " " + option).status;
 }
 
+struct Box {
+  int x = 0, y = 0, width = 0, height = 0;
+};
+
+// The GTK test window showing its lines, with the box of `piece`'s first character; stopped by
+// its process id.
+struct GtkWindow {
+  explicit GtkWindow(std::string piece) {
+    int out[2];
+    if (pipe(out) != 0) return;
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
+    posix_spawn_file_actions_addclose(&actions, out[0]);
+    std::string program = VESKO_E2E_GTK_WINDOW;
+    char* argv[] = {program.data(), piece.data(), nullptr};
+    if (posix_spawn(&pid, program.c_str(), &actions, nullptr, argv, environ) != 0) pid = -1;
+    posix_spawn_file_actions_destroy(&actions);
+    close(out[1]);
+    std::string printed;
+    const auto deadline = steady_clock::now() + std::chrono::seconds(20);
+    while (pid > 0 && printed.find("READY") == std::string::npos && steady_clock::now() < deadline) {
+      pollfd wait{out[0], POLLIN, 0};
+      if (poll(&wait, 1, 200) <= 0) continue;
+      char buffer[256];
+      const ssize_t n = read(out[0], buffer, sizeof buffer);
+      if (n <= 0) break;
+      printed.append(buffer, static_cast<std::size_t>(n));
+    }
+    close(out[0]);
+    std::istringstream lines(printed);
+    std::string tag;
+    int index = 0;
+    Box found;
+    while (lines >> tag)
+      if (tag == "AT" && lines >> index >> found.x >> found.y >> found.width >> found.height)
+        box = found;
+  }
+  ~GtkWindow() {
+    if (pid <= 0) return;
+    kill(pid, SIGTERM);
+    waitpid(pid, nullptr, 0);
+  }
+  GtkWindow(const GtkWindow&) = delete;
+  GtkWindow& operator=(const GtkWindow&) = delete;
+
+  pid_t pid = -1;
+  std::optional<Box> box;
+};
+
 class DesktopAppTest : public X11PiecesTest {
  protected:
   vesko::testing::TempDir home_;
@@ -240,53 +292,36 @@ TEST_F(DesktopAppTest, ShowsTheBubbleOverAWord) {
     if (std::getenv("VESKO_REQUIRE_DATA")) FAIL() << "the fetched dictionary is missing";
     GTEST_SKIP() << "run scripts/bootstrap setup for the dictionaries";
   }
-  // The window prints the box of the piece's first character, then READY.
-  int out[2];
-  ASSERT_EQ(pipe(out), 0);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
-  posix_spawn_file_actions_addclose(&actions, out[0]);
-  std::string program = VESKO_E2E_GTK_WINDOW, piece = "学习";
-  char* argv[] = {program.data(), piece.data(), nullptr};
-  pid_t window = -1;
-  ASSERT_EQ(posix_spawn(&window, program.c_str(), &actions, nullptr, argv, environ), 0);
-  posix_spawn_file_actions_destroy(&actions);
-  close(out[1]);
-  std::string printed;
-  int x = 0, y = 0, width = 0, height = 0;
-  const auto deadline = steady_clock::now() + std::chrono::seconds(20);
-  while (printed.find("READY") == std::string::npos && steady_clock::now() < deadline) {
-    pollfd wait{out[0], POLLIN, 0};
-    if (poll(&wait, 1, 200) <= 0) continue;
-    char buffer[256];
-    const ssize_t n = read(out[0], buffer, sizeof buffer);
-    if (n <= 0) break;
-    printed.append(buffer, static_cast<std::size_t>(n));
-  }
-  close(out[0]);
-  std::istringstream lines(printed);
-  std::string tag;
-  int index = 0;
-  bool found = false;
-  while (lines >> tag)
-    if (tag == "AT" && lines >> index >> x >> y >> width >> height) found = true;
-
+  GtkWindow window("学习");
+  ASSERT_TRUE(window.box) << "the test window did not show its line";
   DesktopApp app(home_.path(), trace_);
-  const bool loaded = waitForLine(trace_, event("loaded"), 60).has_value();
-  if (found && loaded) {
-    xdotool("mousemove " + std::to_string(x + width / 2) + " " + std::to_string(y + height / 2));
-    const auto bubble = waitForLine(trace_, event("bubble"));
-    ASSERT_TRUE(bubble) << "no bubble line";
-    EXPECT_EQ(bubble->at("word"), "学习");
-    EXPECT_EQ(bubble->at("lang"), "zh");
-    EXPECT_EQ(bubble->at("source"), "accessibility");
-    EXPECT_GE(bubble->at("ms").get<long long>(), 0);
-  }
-  kill(window, SIGTERM);
-  waitpid(window, nullptr, 0);
-  ASSERT_TRUE(found) << "the test window did not show its line";
-  ASSERT_TRUE(loaded) << "the dictionary did not load";
+  ASSERT_TRUE(waitForLine(trace_, event("loaded"), 60)) << "the dictionary did not load";
+  const Box box = *window.box;
+  xdotool("mousemove " + std::to_string(box.x + box.width / 2) + " " +
+          std::to_string(box.y + box.height / 2));
+  const auto bubble = waitForLine(trace_, event("bubble"));
+  ASSERT_TRUE(bubble) << "no bubble line";
+  EXPECT_EQ(bubble->at("word"), "学习");
+  EXPECT_EQ(bubble->at("lang"), "zh");
+  EXPECT_EQ(bubble->at("source"), "accessibility");
+  EXPECT_GE(bubble->at("ms").get<long long>(), 0);
+}
+
+TEST_F(X11PiecesTest, FrontmostIsTheActiveWindowsClass) {
+  auto frontmost = vesko::X11Frontmost::open();
+  ASSERT_TRUE(frontmost) << frontmost.error();
+  GtkWindow window("学习");
+  ASSERT_TRUE(window.box) << "the test window did not show its line";
+  xdotool("windowactivate --sync $(xdotool search --pid " + std::to_string(window.pid) +
+          " | tail -1)");
+  // What xprop says of the active window: WM_CLASS(STRING) = "instance", "Class".
+  const std::string wmClass = vesko::testing::runCommand(
+      "xprop -id $(xdotool getactivewindow) WM_CLASS").out;
+  const auto identifier = (*frontmost)->identifier();
+  ASSERT_TRUE(identifier);
+  EXPECT_FALSE(identifier->empty());
+  EXPECT_NE(wmClass.find("\"" + *identifier + "\""), std::string::npos)
+      << *identifier << " not in " << wmClass;
 }
 
 }  // namespace
