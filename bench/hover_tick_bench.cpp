@@ -28,7 +28,7 @@ struct Pointer final : vesko::PointerSource {
 struct NoOwnWindow final : vesko::OwnWindows {
   bool ownWindowAt(ScreenPoint) const override { return false; }
 };
-struct OneScreen final : vesko::Screens {
+struct OneScreen final : vesko::ScreenScales {
   std::optional<double> scaleFactorAt(ScreenPoint) const override { return 1.0; }
 };
 struct Frontmost final : vesko::FrontmostApplication {

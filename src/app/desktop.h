@@ -19,9 +19,9 @@ class OwnWindows {
   virtual bool ownWindowAt(ScreenPoint point) const = 0;
 };
 
-class Screens {
+class ScreenScales {
  public:
-  virtual ~Screens() = default;
+  virtual ~ScreenScales() = default;
   // The device-pixel ratio of the screen that holds `point`; nothing when it is on no screen.
   virtual std::optional<double> scaleFactorAt(ScreenPoint point) const = 0;
 };

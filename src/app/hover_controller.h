@@ -28,7 +28,7 @@ namespace vesko {
 struct HoverCollaborators {
   PointerSource& pointer;
   OwnWindows& ownWindows;
-  Screens& screens;
+  ScreenScales& screens;
   FrontmostApplication& frontmost;
   Bubble& bubble;
   Reader& reader;

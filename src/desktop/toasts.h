@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <chrono>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,11 @@ class Toasts final : public QObject {
 
  private:
   struct Shown;
+  void appear(const std::string& text, std::chrono::milliseconds duration);
+  void remove(const Shown* shown);
+  // Stacks the shown toasts down from the primary screen's top-right corner, oldest on top.
   void place();
-  std::vector<Shown*> shown_;
+  std::vector<std::unique_ptr<Shown>> shown_;
 };
 
 }  // namespace vesko::desktop

@@ -224,6 +224,17 @@ constexpr LocRow kRows[] = {
   {"L'IA réfléchit…", "The AI is thinking…"},
   {"Gardé %d fois", "Kept %d times"},
   {"Redemander", "Ask again"},
+  // The desktop app's status item
+  {"Vesko ne joint pas le bus d'accessibilité : le texte des autres programmes reste illisible.", "Vesko can't reach the accessibility bus: other programs' text can't be read."},
+  {"Lance at-spi2-core, ou ouvre une session de bureau.", "Start at-spi2-core, or log in to a desktop session."},
+  {"Session Wayland : Vesko ne voit ni le pointeur ni l'écran des autres programmes.", "Wayland session: Vesko sees neither the pointer nor other programs' screens."},
+  {"Ouvre une session X11 (Xorg) pour lire au survol.", "Log in to an X11 (Xorg) session to read on hover."},
+  {"Alt+X est déjà pris par un autre programme.", "Alt+X is already taken by another program."},
+  {"Libère Alt+X dans cet autre programme, puis relance Vesko.", "Free Alt+X in that other program, then restart Vesko."},
+  {"Réglages…", "Settings…"},
+  {"Révision (%d)", "Review (%d)"},
+  {"Quitter Vesko", "Quit Vesko"},
+  {"chargement du dictionnaire…", "loading the dictionary…"},
 };
 // clang-format on
 

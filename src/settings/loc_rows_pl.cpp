@@ -225,6 +225,17 @@ constexpr LocRow kRows[] = {
   {"L'IA réfléchit…", "AI myśli…"},
   {"Gardé %d fois", "Zachowane %d razy"},
   {"Redemander", "Zapytaj ponownie"},
+  // The desktop app's status item
+  {"Vesko ne joint pas le bus d'accessibilité : le texte des autres programmes reste illisible.", "Vesko nie łączy się z magistralą dostępności: tekstu innych programów nie da się odczytać."},
+  {"Lance at-spi2-core, ou ouvre une session de bureau.", "Uruchom at-spi2-core albo zaloguj się do sesji pulpitu."},
+  {"Session Wayland : Vesko ne voit ni le pointeur ni l'écran des autres programmes.", "Sesja Wayland: Vesko nie widzi ani wskaźnika, ani ekranu innych programów."},
+  {"Ouvre une session X11 (Xorg) pour lire au survol.", "Zaloguj się do sesji X11 (Xorg), aby czytać po najechaniu kursorem."},
+  {"Alt+X est déjà pris par un autre programme.", "Alt+X jest już zajęty przez inny program."},
+  {"Libère Alt+X dans cet autre programme, puis relance Vesko.", "Zwolnij Alt+X w tamtym programie, a potem uruchom Vesko ponownie."},
+  {"Réglages…", "Ustawienia…"},
+  {"Révision (%d)", "Powtórka (%d)"},
+  {"Quitter Vesko", "Zamknij Vesko"},
+  {"chargement du dictionnaire…", "wczytywanie słownika…"},
 };
 // clang-format on
 

@@ -225,6 +225,17 @@ constexpr LocRow kRows[] = {
   {"L'IA réfléchit…", "ИИ думает…"},
   {"Gardé %d fois", "Сохранено раз: %d"},
   {"Redemander", "Спросить снова"},
+  // The desktop app's status item
+  {"Vesko ne joint pas le bus d'accessibilité : le texte des autres programmes reste illisible.", "Vesko не может подключиться к шине специальных возможностей: текст других программ не читается."},
+  {"Lance at-spi2-core, ou ouvre une session de bureau.", "Запусти at-spi2-core или войди в сеанс рабочего стола."},
+  {"Session Wayland : Vesko ne voit ni le pointeur ni l'écran des autres programmes.", "Сеанс Wayland: Vesko не видит ни указатель, ни экран других программ."},
+  {"Ouvre une session X11 (Xorg) pour lire au survol.", "Войди в сеанс X11 (Xorg), чтобы читать при наведении."},
+  {"Alt+X est déjà pris par un autre programme.", "Alt+X уже занято другой программой."},
+  {"Libère Alt+X dans cet autre programme, puis relance Vesko.", "Освободи Alt+X в той программе, затем перезапусти Vesko."},
+  {"Réglages…", "Настройки…"},
+  {"Révision (%d)", "Повторение (%d)"},
+  {"Quitter Vesko", "Выйти из Vesko"},
+  {"chargement du dictionnaire…", "загрузка словаря…"},
 };
 // clang-format on
 

@@ -224,6 +224,17 @@ constexpr LocRow kRows[] = {
   {"L'IA réfléchit…", "AI กำลังคิด…"},
   {"Gardé %d fois", "เก็บไว้ %d ครั้ง"},
   {"Redemander", "ถามใหม่"},
+  // The desktop app's status item
+  {"Vesko ne joint pas le bus d'accessibilité : le texte des autres programmes reste illisible.", "Vesko เชื่อมต่อบัสการช่วยการเข้าถึงไม่ได้ จึงอ่านข้อความของโปรแกรมอื่นไม่ได้"},
+  {"Lance at-spi2-core, ou ouvre une session de bureau.", "เปิด at-spi2-core หรือเข้าสู่ระบบเซสชันเดสก์ท็อป"},
+  {"Session Wayland : Vesko ne voit ni le pointeur ni l'écran des autres programmes.", "เซสชัน Wayland: Vesko มองไม่เห็นทั้งตัวชี้เมาส์และหน้าจอของโปรแกรมอื่น"},
+  {"Ouvre une session X11 (Xorg) pour lire au survol.", "เข้าสู่ระบบเซสชัน X11 (Xorg) เพื่ออ่านเมื่อวางเมาส์"},
+  {"Alt+X est déjà pris par un autre programme.", "Alt+X ถูกโปรแกรมอื่นใช้อยู่แล้ว"},
+  {"Libère Alt+X dans cet autre programme, puis relance Vesko.", "ปล่อย Alt+X ในโปรแกรมนั้น แล้วเปิด Vesko ใหม่"},
+  {"Réglages…", "การตั้งค่า…"},
+  {"Révision (%d)", "ทบทวน (%d)"},
+  {"Quitter Vesko", "ออกจาก Vesko"},
+  {"chargement du dictionnaire…", "กำลังโหลดพจนานุกรม…"},
 };
 // clang-format on
 

@@ -224,6 +224,17 @@ constexpr LocRow kRows[] = {
   {"L'IA réfléchit…", "AI 正在思考…"},
   {"Gardé %d fois", "已收藏 %d 次"},
   {"Redemander", "重新提问"},
+  // The desktop app's status item
+  {"Vesko ne joint pas le bus d'accessibilité : le texte des autres programmes reste illisible.", "Vesko 连不上无障碍总线：读不到其他程序的文字。"},
+  {"Lance at-spi2-core, ou ouvre une session de bureau.", "请启动 at-spi2-core，或登录桌面会话。"},
+  {"Session Wayland : Vesko ne voit ni le pointeur ni l'écran des autres programmes.", "Wayland 会话：Vesko 看不到指针，也看不到其他程序的屏幕。"},
+  {"Ouvre une session X11 (Xorg) pour lire au survol.", "请登录 X11（Xorg）会话，才能鼠标停留读取。"},
+  {"Alt+X est déjà pris par un autre programme.", "Alt+X 已被其他程序占用。"},
+  {"Libère Alt+X dans cet autre programme, puis relance Vesko.", "请在那个程序里释放 Alt+X，然后重新启动 Vesko。"},
+  {"Réglages…", "设置…"},
+  {"Révision (%d)", "复习（%d）"},
+  {"Quitter Vesko", "退出 Vesko"},
+  {"chargement du dictionnaire…", "正在加载词典…"},
 };
 // clang-format on
 

@@ -224,6 +224,17 @@ constexpr LocRow kRows[] = {
   {"L'IA réfléchit…", "AI 正在思考…"},
   {"Gardé %d fois", "已收藏 %d 次"},
   {"Redemander", "重新提問"},
+  // The desktop app's status item
+  {"Vesko ne joint pas le bus d'accessibilité : le texte des autres programmes reste illisible.", "Vesko 連不上無障礙匯流排：讀不到其他程式的文字。"},
+  {"Lance at-spi2-core, ou ouvre une session de bureau.", "請啟動 at-spi2-core，或登入桌面工作階段。"},
+  {"Session Wayland : Vesko ne voit ni le pointeur ni l'écran des autres programmes.", "Wayland 工作階段：Vesko 看不到指標，也看不到其他程式的螢幕。"},
+  {"Ouvre une session X11 (Xorg) pour lire au survol.", "請登入 X11（Xorg）工作階段，才能滑鼠停留讀取。"},
+  {"Alt+X est déjà pris par un autre programme.", "Alt+X 已被其他程式占用。"},
+  {"Libère Alt+X dans cet autre programme, puis relance Vesko.", "請在那個程式裡釋放 Alt+X，然後重新啟動 Vesko。"},
+  {"Réglages…", "設定…"},
+  {"Révision (%d)", "複習（%d）"},
+  {"Quitter Vesko", "結束 Vesko"},
+  {"chargement du dictionnaire…", "正在載入詞典…"},
 };
 // clang-format on
 

@@ -40,12 +40,6 @@
 #include "support/memory_secret_store.h"
 #include "support/temp_dir.h"
 
-// Read by LeakSanitizer when the test runs under it (the asan preset); unused otherwise.
-// Fontconfig keeps the font caches Qt asks it for until the process ends, by design.
-extern "C" const char* __lsan_default_suppressions() {
-  return "leak:libfontconfig.so\n";
-}
-
 namespace vesko::desktop {
 namespace {
 

@@ -31,7 +31,7 @@ struct FakeOwnWindows final : OwnWindows {
   bool ownWindowAt(ScreenPoint point) const override { return window && window->contains(point); }
 };
 
-struct FakeScreens final : Screens {
+struct FakeScreens final : ScreenScales {
   std::optional<double> scale = 1.0;
   std::optional<double> scaleFactorAt(ScreenPoint) const override { return scale; }
 };
