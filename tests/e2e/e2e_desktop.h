@@ -87,6 +87,7 @@ class TestWindow {
   TestWindow& operator=(const TestWindow&) = delete;
 
   bool ready() const { return ready_; }
+  pid_t pid() const { return pid_; }
   const std::map<int, Box>& boxes() const { return boxes_; }
 
  private:

@@ -13,6 +13,7 @@
 #include <random>
 #include <string>
 
+#include "e2e/e2e_desktop.h"
 #include "platform/linux/secret/secret_service_store.h"
 #include "support/run_command.h"
 #include "support/temp_dir.h"
@@ -22,19 +23,9 @@ namespace {
 
 using nlohmann::json;
 
-// The desktop's variables, DBUS_SESSION_BUS_ADDRESS among them, exported into this process before
-// libsecret first connects, so that it and every child reach the desktop's keyring.
-bool enterDesktop() {
-  std::ifstream env(std::string(VESKO_E2E_RUN) + "/env");
-  if (!env) return false;
-  std::string line;
-  while (std::getline(env, line)) {
-    const auto equals = line.find('=');
-    if (equals != std::string::npos)
-      setenv(line.substr(0, equals).c_str(), line.substr(equals + 1).c_str(), 1);
-  }
-  return true;
-}
+// The desktop's variables, DBUS_SESSION_BUS_ADDRESS among them, are exported into this process
+// before libsecret first connects, so that it and every child reach the desktop's keyring.
+bool enterDesktop() { return e2e::enterDesktop(VESKO_E2E_RUN); }
 
 std::string fileText(const std::filesystem::path& path) {
   std::ifstream in(path);
