@@ -50,6 +50,7 @@ void HoverController::tick() {
   if (distance(pointer, lastMouse_) > kMoveThreshold) {
     lastMouse_ = pointer;
     lastMoveTime_ = now;
+    restEnds_ = now + settings_.delay();
     const std::optional<ScreenPoint> anchor = with_.bubble.anchor();
     if (anchor && distance(pointer, *anchor) > kAnchorRadius && !with_.bubble.onWayTowards(pointer))
       with_.bubble.close();
@@ -66,6 +67,7 @@ void HoverController::tick() {
 
   // 10. Wait for the pointer to rest.
   if (now - lastMoveTime_ < settings_.delay()) return;
+  restEnds_.reset();
 
   // 11. This spot was read already.
   if (lastLookup_ && distance(pointer, *lastLookup_) < kRepeatRadius) return;

@@ -71,6 +71,11 @@ class HoverController {
   void switchOnOff() { setOn(!on_); }
   bool on() const { return on_; }
 
+  // When the pointer's current rest will have lasted the `delay` setting, while the controller
+  // waits for it: the shell may tick at that moment rather than at its next beat, so that a read
+  // starts on time instead of up to a tick late. Nothing when no rest is being waited for.
+  std::optional<double> restEnds() const { return restEnds_; }
+
   // For the shell's status item and for tests.
   std::uint64_t generation() const { return generation_; }
   bool readInFlight() const { return readInFlight_; }
@@ -95,6 +100,7 @@ class HoverController {
   ScreenPoint readPoint_;  // where the read in flight was started
   std::uint64_t generation_ = 0;
   bool keepNear_ = false;
+  std::optional<double> restEnds_;  // set by a move, cleared once the rest has been waited for
 };
 
 }  // namespace vesko

@@ -80,8 +80,11 @@ struct BubbleWindow::Parts {
 
 BubbleWindow::BubbleWindow(DesktopContext& context)
     : context_(context), parts_(std::make_unique<Parts>()) {
+  // Out of the window manager's hands, as a tooltip is: a managed window shown again may be
+  // placed by the manager's own rules, for instance under the pointer, where the hover would
+  // then take it for one of ours and stop reading.
   setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                 Qt::WindowDoesNotAcceptFocus);
+                 Qt::WindowDoesNotAcceptFocus | Qt::X11BypassWindowManagerHint);
   setAttribute(Qt::WA_ShowWithoutActivating);
   setMaximumWidth(kMaxWidth);
   setObjectName(QStringLiteral("bubble"));

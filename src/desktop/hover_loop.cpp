@@ -54,7 +54,10 @@ HoverLoop::HoverLoop(HoverLoopParts parts)
       }) {
   startTimes_.bind(*reader_);
   timer_.setInterval(static_cast<int>(std::lround(HoverController::kTickInterval * 1000)));
-  connect(&timer_, &QTimer::timeout, this, [this] { controller_.tick(); });
+  connect(&timer_, &QTimer::timeout, this, [this] { tick(); });
+  restTimer_.setSingleShot(true);
+  restTimer_.setTimerType(Qt::PreciseTimer);
+  connect(&restTimer_, &QTimer::timeout, this, [this] { tick(); });
 }
 
 HoverLoop::~HoverLoop() {
@@ -65,6 +68,17 @@ HoverLoop::~HoverLoop() {
 
 void HoverLoop::start() {
   timer_.start();
+}
+
+void HoverLoop::tick() {
+  controller_.tick();
+  // A rest that ends between two beats is read when it ends: the beat alone would start the read
+  // up to a tick late, and the learner waits for it.
+  const auto ends = controller_.restEnds();
+  if (!ends) return;
+  const double wait = *ends - clock_.seconds();
+  if (wait <= 0 || wait >= HoverController::kTickInterval) return;
+  restTimer_.start(static_cast<int>(std::ceil(wait * 1000)));
 }
 
 void HoverLoop::answer(std::uint64_t generation, const ReadReport& report) {

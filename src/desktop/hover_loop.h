@@ -65,6 +65,7 @@ class HoverLoop final : public QObject {
     std::array<Started, 8> recent_{};  // by generation modulo its size
   };
 
+  void tick();
   void answer(std::uint64_t generation, const ReadReport& report);
 
   HoverLoopParts with_;
@@ -73,6 +74,7 @@ class HoverLoop final : public QObject {
   std::unique_ptr<ThreadedReader> reader_;
   HoverController controller_;
   QTimer timer_;
+  QTimer restTimer_;  // one extra tick when a rest ends between two beats
 };
 
 }  // namespace vesko::desktop

@@ -31,6 +31,26 @@ TEST(HoverControllerTest, RestIsReadOnTheFirstTickAfterTheDelay) {
   }
 }
 
+// The shell may tick when the rest ends instead of at its next beat: a tick at that moment reads.
+TEST(HoverControllerTest, SaysWhenTheRestEndsAndReadsThen) {
+  HoverFixture f;
+  f.set("delay", 0.1);
+  EXPECT_FALSE(f.controller.restEnds());
+  f.moveTo(300, 200);
+  f.tick();  // the move
+  const auto ends = f.controller.restEnds();
+  ASSERT_TRUE(ends);
+  EXPECT_NEAR(*ends, f.clock.seconds() + 0.1, 1e-9);
+  f.clock.set(*ends - 0.001);
+  f.controller.tick();
+  EXPECT_TRUE(f.reader.requests.empty());
+  EXPECT_TRUE(f.controller.restEnds()) << "still waiting";
+  f.clock.set(*ends);
+  f.controller.tick();
+  EXPECT_EQ(f.reader.requests.size(), 1u);
+  EXPECT_FALSE(f.controller.restEnds()) << "the rest was waited for";
+}
+
 TEST(HoverControllerTest, OnlyMovesBeyondTheThresholdRestartTheWait) {
   struct Row {
     double dx;

@@ -63,6 +63,7 @@ TEST(BubbleWindowTest, OpensBesideThePointOnItsScreenWithoutTakingFocus) {
   EXPECT_FALSE(bubble.anchor());
   EXPECT_TRUE(bubble.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
   EXPECT_TRUE(bubble.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+  EXPECT_TRUE(bubble.windowFlags().testFlag(Qt::X11BypassWindowManagerHint));
   EXPECT_TRUE(bubble.testAttribute(Qt::WA_ShowWithoutActivating));
 
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
