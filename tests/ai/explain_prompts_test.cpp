@@ -12,21 +12,14 @@
 #include "dict/cedict.h"
 #include "settings/loc.h"
 #include "support/fake_clock.h"
+#include "support/french_texts.h"
 #include "support/temp_dir.h"
 
 namespace vesko {
 namespace {
 
 // The built-in interface tables behind a French interface.
-struct Texts {
-  testing::TempDir dir;
-  testing::FakeClock clock;
-  Settings settings{dir.path() / "settings.json", clock};
-  CEDict dictionary;
-  HantCache hant{dictionary};
-  LocTables tables;
-  Loc loc{settings, tables, hant, {"fr-FR"}};
-
+struct Texts : testing::FrenchTexts {
   AITitles titles(std::string_view language) const { return AITitles(loc, language); }
 };
 

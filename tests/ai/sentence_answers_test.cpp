@@ -8,20 +8,13 @@
 #include "dict/cedict.h"
 #include "settings/loc.h"
 #include "support/fake_clock.h"
+#include "support/french_texts.h"
 #include "support/temp_dir.h"
 
 namespace vesko {
 namespace {
 
-struct Texts {
-  testing::TempDir dir;
-  testing::FakeClock clock;
-  Settings settings{dir.path() / "settings.json", clock};
-  CEDict dictionary;
-  HantCache hant{dictionary};
-  LocTables tables;
-  Loc loc{settings, tables, hant, {"fr-FR"}};
-};
+using Texts = testing::FrenchTexts;
 
 const Texts& texts() {
   static const Texts made;
