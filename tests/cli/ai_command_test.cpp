@@ -19,11 +19,7 @@ using vesko::testing::FakeProviders;
 
 constexpr const char* kKey = "sk-ant-cli-test-KEY-93ab";
 
-struct Result {
-  int status = -1;
-  std::string out;
-  std::string err;
-};
+using Result = vesko::testing::CommandResult;
 
 class AICommandTest : public ::testing::Test {
  protected:
@@ -47,14 +43,8 @@ class AICommandTest : public ::testing::Test {
         "env -u LANGUAGE -u LC_ALL -u LC_MESSAGES -u DBUS_SESSION_BUS_ADDRESS "
         "LANG=fr_FR.UTF-8 XDG_RUNTIME_DIR=" +
         (home.path() / "no-runtime").string() + " VESKO_HOME=" + home.path().string() + " " +
-        VESKO_CLI + " " + arguments + " <" + in.string() + " 2>" + err.string();
-    Result run;
-    const auto finished = vesko::testing::runCommand(command);
-    run.status = finished.status;
-    run.out = finished.out;
-    std::ifstream errors(err);
-    run.err.assign(std::istreambuf_iterator<char>(errors), std::istreambuf_iterator<char>());
-    return run;
+        VESKO_CLI + " " + arguments + " <" + in.string();
+    return vesko::testing::runCommandWithErrors(command, err);
   }
 
   FakeProviders providers;

@@ -17,11 +17,7 @@ namespace {
 using nlohmann::json;
 using vesko::testing::FakeProviders;
 
-struct Result {
-  int status = -1;
-  std::string out;
-  std::string err;
-};
+using Result = vesko::testing::CommandResult;
 
 const std::string kAnswer =
     "Phrase : They + asked for + payment + upfront\n"
@@ -52,14 +48,8 @@ class ExplainCommandTest : public ::testing::Test {
     std::string command =
         "env -u DBUS_SESSION_BUS_ADDRESS XDG_RUNTIME_DIR=" + (home.path() / "no-runtime").string() +
         " VESKO_HOME=" + home.path().string() + " " + VESKO_CLI + " " + arguments + " <" +
-        in.string() + " 2>" + err.string();
-    Result run;
-    const auto finished = vesko::testing::runCommand(command);
-    run.status = finished.status;
-    run.out = finished.out;
-    std::ifstream errors(err);
-    run.err.assign(std::istreambuf_iterator<char>(errors), std::istreambuf_iterator<char>());
-    return run;
+        in.string();
+    return vesko::testing::runCommandWithErrors(command, err);
   }
 
   FakeProviders providers;

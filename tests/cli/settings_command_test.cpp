@@ -17,11 +17,7 @@ namespace {
 
 using nlohmann::json;
 
-struct Result {
-  int status = -1;
-  std::string out;
-  std::string err;
-};
+using Result = vesko::testing::CommandResult;
 
 class SettingsCommandTest : public ::testing::Test {
  protected:
@@ -30,14 +26,8 @@ class SettingsCommandTest : public ::testing::Test {
     auto err = home.path() / "err";
     std::string command =
         "env -u LANGUAGE -u LC_ALL -u LC_MESSAGES VESKO_HOME=" + home.path().string() + " " +
-        environment + " " + VESKO_CLI + " " + arguments + " </dev/null 2>" + err.string();
-    Result run;
-    const auto finished = vesko::testing::runCommand(command);
-    run.status = finished.status;
-    run.out = finished.out;
-    std::ifstream in(err);
-    run.err.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    return run;
+        environment + " " + VESKO_CLI + " " + arguments + " </dev/null";
+    return vesko::testing::runCommandWithErrors(command, err);
   }
 
   vesko::testing::TempDir home;

@@ -5,6 +5,9 @@
 #include <sys/wait.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 namespace vesko::testing {
@@ -23,6 +26,24 @@ inline CommandRun runCommand(const std::string& command) {
   const int status = pclose(pipe);
   run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   return run;
+}
+
+// A command's exit code and both of its outputs.
+struct CommandResult {
+  int status = -1;
+  std::string out;
+  std::string err;
+};
+
+// runCommand, with the command's standard error sent to `errors` (a file of the caller's) and
+// read back.
+inline CommandResult runCommandWithErrors(const std::string& command,
+                                          const std::filesystem::path& errors) {
+  const CommandRun finished = runCommand(command + " 2>" + errors.string());
+  CommandResult result{finished.status, finished.out, {}};
+  std::ifstream in(errors);
+  result.err.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  return result;
 }
 
 }  // namespace vesko::testing
